@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+
+// Who this program is. The application and organisation names also form the
+// per-user folder names, so they are set before anything asks for a folder.
+namespace Identity {
+
+inline QString applicationName() { return QStringLiteral("Kestrel Downloader"); }
+inline QString organisationName() { return QStringLiteral("Halvard Software"); }
+inline QString applicationVersion() { return QStringLiteral("2.0.023"); }
+inline QString buildDate() { return QStringLiteral("25.0826"); }
+
+// The release number handed to the updater for the start-up check and the
+// manual update; a fixed value, not derived from the build date.
+inline constexpr int updateReleaseNumber = 2023;
+
+// Handed to the About box together with the system description.
+inline QString description()
+{
+    return QStringLiteral("simple downloader from YouTube, full version is on Loomfield site");
+}
+
+// The sister product's shop page, opened by the start page's site button.
+inline QString sisterSiteAddress() { return QStringLiteral("https://loomfield.example.com/"); }
+
+} // namespace Identity

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+
+// Everything that differs between Windows and the other systems. The
+// implementation is chosen in CMake: platform_win.cpp or platform_unix.cpp.
+namespace Platform {
+
+// The downloader tool's file name in the executable's and the data folder.
+QString toolFileName();
+
+// ffmpeg's file name beside the tool.
+QString ffmpegFileName();
+
+// A plug-in library file: the base name plus the system's library suffix.
+QString pluginFileName(const QString &baseName);
+
+} // namespace Platform

@@ -1,0 +1,64 @@
+#include "startup.h"
+
+#include "app/filesetup.h"
+#include "app/identity.h"
+#include "app/log.h"
+#include "app/settings.h"
+#include "plugins/plugins.h"
+#include "ui/navigation.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QStandardPaths>
+#include <QTimer>
+
+namespace {
+
+QCommandLineParser *createCommandLine()
+{
+    // Kept for the whole run: the window reads it after the event loop has started.
+    auto *parser = new QCommandLineParser;
+    parser->addHelpOption();
+    parser->addVersionOption();
+    parser->addOption({QStringLiteral("update-as"), QStringLiteral("update this app as some version"),
+                       QStringLiteral("version")});
+    parser->addOption({QStringLiteral("uid"), QStringLiteral("show UID")});
+    return parser;
+}
+
+} // namespace
+
+int qMain(int argc, char **argv)
+{
+    // The per-user folder names are made of these, so they come first.
+    QCoreApplication::setApplicationName(Identity::applicationName());
+    QCoreApplication::setOrganizationName(Identity::organisationName());
+    QCoreApplication::setApplicationVersion(Identity::applicationVersion());
+
+    QApplication application(argc, argv);
+
+    if (LoggingInterface *logging = loggingPlugin().instance())
+        logging->setUp(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation), Settings::fileName());
+    if (SysInfoInterface *sysInfo = sysInfoPlugin().instance())
+        sysInfo->setApplicationInfo(Identity::applicationVersion(), Identity::buildDate(), 0, 1);
+
+    checkAndSetupFiles();
+
+    Navigation window;
+    QCommandLineParser *commandLine = createCommandLine();
+    window.setCommandLine(commandLine);
+    commandLine->process(application);
+
+    window.setWindowTitle(QStringLiteral("%1 %2").arg(Identity::applicationName(), Identity::applicationVersion(), Identity::buildDate()));
+
+    QTimer::singleShot(0, &window, &Navigation::showMainWindow);
+
+    const int exitCode = QApplication::exec();
+
+    qInfo().noquote() << LOG_LOCATION("int qMain(int, char**)") << "DONE:" << exitCode << QStringLiteral("\n");
+
+    if (LoggingInterface *logging = loggingPlugin().instance())
+        logging->shutDown();
+
+    return exitCode;
+}

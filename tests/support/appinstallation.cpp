@@ -1,0 +1,110 @@
+#include "appinstallation.h"
+
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QFile>
+#include <QProcessEnvironment>
+#include <QTest>
+
+AppInstallation::AppInstallation()
+{
+    const QString executable = QStringLiteral(KESTREL_APP_EXECUTABLE);
+    const QString copy = QDir(folder()).filePath(QFileInfo(executable).fileName());
+    if (!QFile::copy(executable, copy))
+        qFatal("cannot copy the application executable %s", qPrintable(executable));
+}
+
+QString AppInstallation::folder() const
+{
+    return m_folder.path();
+}
+
+void AppInstallation::addRecordingPlugin(const QString &kind, const QString &baseName)
+{
+    const QString source = QStringLiteral("%1/recording_%2.so").arg(QStringLiteral(KESTREL_FIXTURE_PLUGIN_DIR), kind);
+    const QString target = QStringLiteral("%1/%2.so").arg(folder(), baseName);
+    QFile::remove(target);
+    if (!QFile::copy(source, target))
+        qFatal("cannot copy the recording plug-in %s", qPrintable(source));
+}
+
+void AppInstallation::addAllRecordingPlugins()
+{
+    addRecordingPlugin(QStringLiteral("logging"), QStringLiteral("LoggingMessages"));
+    addRecordingPlugin(QStringLiteral("sysinfo"), QStringLiteral("SysInfo"));
+    addRecordingPlugin(QStringLiteral("updater"), QStringLiteral("Updater"));
+    addRecordingPlugin(QStringLiteral("about"), QStringLiteral("About"));
+}
+
+void AppInstallation::addFile(const QString &name, const QByteArray &content)
+{
+    QFile file(QDir(folder()).filePath(name));
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("cannot write %s", qPrintable(file.fileName()));
+}
+
+AppInstallation::Run AppInstallation::run(const TestSandbox &sandbox, const QStringList &arguments,
+                                          const QStringList &fixtureActions, int timeoutMs) const
+{
+    return execute(sandbox, arguments, fixtureActions, timeoutMs, {});
+}
+
+AppInstallation::Run AppInstallation::runUntilLogged(const TestSandbox &sandbox, const QStringList &arguments,
+                                                     const QString &text, int timeoutMs) const
+{
+    return execute(sandbox, arguments, {}, timeoutMs,
+                   [text](const QString &log) { return log.contains(text); });
+}
+
+AppInstallation::Run AppInstallation::execute(const TestSandbox &sandbox, const QStringList &arguments,
+                                              const QStringList &fixtureActions, int timeoutMs,
+                                              const std::function<bool(const QString &)> &stopWhen) const
+{
+    const QString records = m_records.filePath(QStringLiteral("calls.txt"));
+    QFile::remove(records);
+
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const QString &variable : sandbox.environment()) {
+        const qsizetype equals = variable.indexOf(QLatin1Char('='));
+        environment.insert(variable.left(equals), variable.mid(equals + 1));
+    }
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    environment.insert(QStringLiteral("KESTREL_FIXTURE_RECORD"), records);
+    environment.insert(QStringLiteral("KESTREL_FIXTURE_ACTIONS"), fixtureActions.join(QLatin1Char(',')));
+    environment.remove(QStringLiteral("QT_MESSAGE_PATTERN"));
+    environment.remove(QStringLiteral("QT_LOGGING_RULES"));
+
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(sandbox.home());
+    process.start(QDir(folder()).filePath(QStringLiteral("kestrel-downloader")), arguments);
+    if (!process.waitForStarted())
+        qFatal("cannot start the application copy");
+
+    QString errorText;
+    QDeadlineTimer deadline(timeoutMs);
+    Run result;
+    while (!deadline.hasExpired()) {
+        if (process.waitForFinished(20)) {
+            result.finished = true;
+            break;
+        }
+        errorText += QString::fromUtf8(process.readAllStandardError());
+        if (stopWhen && stopWhen(errorText))
+            break;
+    }
+    if (!result.finished) {
+        process.kill();
+        process.waitForFinished();
+    }
+    errorText += QString::fromUtf8(process.readAllStandardError());
+
+    result.exitCode = process.exitCode();
+    result.exitStatus = process.exitStatus();
+    result.standardOutput = QString::fromUtf8(process.readAllStandardOutput());
+    result.logLines = errorText.split(QLatin1Char('\n'));
+    QFile calls(records);
+    if (calls.open(QIODevice::ReadOnly | QIODevice::Text))
+        result.calls = QString::fromUtf8(calls.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    return result;
+}

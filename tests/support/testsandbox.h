@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QString>
+#include <QTemporaryDir>
+
+// A private HOME with its own XDG folders for one test process or one child
+// process, so that no test ever touches the real user's folders.
+class TestSandbox
+{
+public:
+    TestSandbox();
+
+    QString home() const;
+    QString dataFolder() const;     // the application's per-user data folder
+    QString settingsFile() const;   // settings.ini in the local data folder
+    QString downloadFolder() const; // the user's download folder
+
+    // Points HOME and the XDG variables of this process at the sandbox.
+    void applyToThisProcess() const;
+
+    // The same variables for a child process.
+    QStringList environment() const;
+
+private:
+    QTemporaryDir m_root;
+};
+
+// Replaces QTEST_MAIN: the sandbox exists before the application object, so
+// every standard location of the test process lies inside it.
+#define KESTREL_TEST_MAIN(TestClass)                                           \
+    int main(int argc, char **argv)                                            \
+    {                                                                          \
+        TestSandbox sandbox;                                                   \
+        sandbox.applyToThisProcess();                                          \
+        QCoreApplication::setApplicationName(QStringLiteral("Kestrel Downloader")); \
+        QCoreApplication::setOrganizationName(QStringLiteral("Halvard Software")); \
+        QApplication app(argc, argv);                                          \
+        TestClass test;                                                        \
+        QTEST_SET_MAIN_SOURCE_PATH                                             \
+        return QTest::qExec(&test, argc, argv);                                \
+    }
