@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QGroupBox>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
@@ -69,6 +70,7 @@ private slots:
     void downloadPage();
     void emptyPage();
     void iconsAreLoaded();
+    void siteButtonShowsItsIconAndOffersItsText();
     void missingScaleSettingGivesHundred();
     void storedScaleSettingIsRead();
     void showMainWindowOpensTheStartPage();
@@ -269,6 +271,33 @@ void TestNavigationForm::iconsAreLoaded()
     }
     for (const char *resource : {":/img/sign_media", ":/img/sign_download"})
         QVERIFY2(!QImage(QLatin1String(resource)).isNull(), resource);
+}
+
+void TestNavigationForm::siteButtonShowsItsIconAndOffersItsText()
+{
+    Navigation window;
+    window.show();
+    auto *site = child<QPushButton>(&window, "pushButton_Site");
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+
+    // The text is far wider than the button, which must not push the icon
+    // out of sight: the middle of the button shows the icon's colours, not
+    // grey button face and black text.
+    const QImage shown = site->grab().toImage();
+    const QRect middle(site->rect().center() - QPoint(15, 15), QSize(30, 30));
+    int colourful = 0;
+    for (int y = middle.top(); y <= middle.bottom(); ++y) {
+        for (int x = middle.left(); x <= middle.right(); ++x) {
+            if (shown.pixelColor(x, y).hsvSaturation() > 100)
+                ++colourful;
+        }
+    }
+    QVERIFY2(colourful > 300, qPrintable(QString::number(colourful)));
+
+    QHelpEvent tip(QEvent::ToolTip, QPoint(5, 5), site->mapToGlobal(QPoint(5, 5)));
+    QCoreApplication::sendEvent(site, &tip);
+    QVERIFY(site->toolTip().contains(QStringLiteral("Go To Loomfield<br>Access 1000's of Sites")));
+    QVERIFY(Qt::mightBeRichText(site->toolTip()));
 }
 
 void TestNavigationForm::missingScaleSettingGivesHundred()
