@@ -15,4 +15,9 @@ QString ffmpegFileName();
 // A plug-in library file: the base name plus the system's library suffix.
 QString pluginFileName(const QString &baseName);
 
+// Forcibly ends every running instance of the downloader tool and waits, at
+// most timeoutMs, until they are gone. Returns false when that could not be
+// done or waited for.
+bool killTool(const QString &toolPath, int timeoutMs);
+
 } // namespace Platform

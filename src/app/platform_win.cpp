@@ -18,3 +18,18 @@ QString pluginFileName(const QString &baseName)
 }
 
 } // namespace Platform
+
+#include <QProcess>
+
+namespace Platform {
+
+// Every process with the tool's image name, whoever started it.
+bool killTool(const QString &, int timeoutMs)
+{
+    QProcess taskkill;
+    taskkill.start(QStringLiteral("taskkill"), {QStringLiteral("/IM"), toolFileName(), QStringLiteral("/F")},
+                   QIODevice::ReadWrite);
+    return taskkill.waitForFinished(timeoutMs);
+}
+
+} // namespace Platform

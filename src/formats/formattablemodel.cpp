@@ -1,0 +1,90 @@
+#include "formattablemodel.h"
+
+#include "formats/formatcatalogue.h"
+
+namespace {
+
+constexpr int sizeAlignment = Qt::AlignRight | Qt::AlignVCenter;
+
+} // namespace
+
+FormatTableModel::FormatTableModel(QObject *parent)
+    : QAbstractTableModel(parent)
+    , mediaIcon(QStringLiteral(":/img/sign_media"))
+    , downloadIcon(QStringLiteral(":/img/sign_download"))
+{
+}
+
+void FormatTableModel::setSource(const QHash<quint32, FormatInfo> *formats, const QList<quint32> *order)
+{
+    beginResetModel();
+    formatMap = formats;
+    orderList = order;
+    endResetModel();
+}
+
+int FormatTableModel::rowCount(const QModelIndex &) const
+{
+    return orderList ? int(orderList->size()) : 0;
+}
+
+int FormatTableModel::columnCount(const QModelIndex &) const
+{
+    return ColumnCount;
+}
+
+QVariant FormatTableModel::data(const QModelIndex &index, int role) const
+{
+    if (!formatMap || !orderList || !index.isValid() || index.row() < 0 || index.column() < 0
+        || index.row() >= orderList->size() || formatMap->isEmpty())
+        return {};
+    const auto found = formatMap->constFind(orderList->at(index.row()));
+    if (found == formatMap->constEnd())
+        return {};
+    const FormatInfo &format = *found;
+
+    switch (role) {
+    case Qt::UserRole:
+        return index.column() == SizeColumn ? QVariant(FormatCatalogue::sizeInMiB(format.sizeText)) : QVariant();
+    case Qt::TextAlignmentRole:
+        return index.column() == SizeColumn ? QVariant(sizeAlignment) : QVariant();
+    case Qt::DecorationRole:
+        if (index.column() == TypeColumn)
+            return mediaIcon.pixmap(QSize(48, 23), QIcon::Normal, QIcon::Off);
+        if (index.column() == DownloadColumn)
+            return downloadIcon.pixmap(QSize(22, 22), QIcon::Normal, QIcon::Off);
+        return {};
+    case Qt::DisplayRole:
+        if (index.column() == IdColumn)
+            return format.id;
+        if (index.column() == ResolutionColumn)
+            return format.resolution;
+        if (index.column() == SizeColumn)
+            return format.sizeText;
+        return {};
+    default:
+        return {};
+    }
+}
+
+QVariant FormatTableModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (role != Qt::DisplayRole)
+        return {};
+    if (orientation == Qt::Vertical)
+        return QAbstractTableModel::headerData(section, orientation, role);
+    switch (section) {
+    case TypeColumn:
+        return QStringLiteral("Type");
+    case IdColumn:
+        return QStringLiteral("ID.");
+    case ResolutionColumn:
+        return QStringLiteral("Resolution");
+    case SizeColumn:
+        return QStringLiteral("Size");
+    case DownloadColumn:
+        return QString();
+    default:
+        return {};
+    }
+}

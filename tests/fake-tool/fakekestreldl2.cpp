@@ -1,0 +1,323 @@
+// A stand-in for the kestreldl2 command-line downloader, used by the tests.
+//
+// The tests describe what one run should look like in a JSON scenario file
+// (see scenario.h, which writes those files) and point the environment
+// variable KESTREL_FAKE_TOOL_SCENARIO at it. The tool then produces exactly
+// that output, exit status or crash, so the application's process handling
+// can be tested without a network or the real downloader.
+//
+// Scenario file layout:
+//   {
+//     "record":   "/path/to/record.jsonl",     optional
+//     "metadata": { behaviour },               run with --get-title
+//     "formats":  { behaviour },               run with --list-formats
+//     "update":   { behaviour },               run with --update
+//     "download": { behaviour },               any other run
+//     "default":  { behaviour }                used when the kind is missing
+//   }
+// A behaviour may hold, all optional and carried out in this order:
+//   stderrBytes, stdoutLines + stdoutLine, stdoutChunks + pauseMs,
+//   stdoutBase64, writeOutputFile + outputFileBytes, hang, signal, exitCode.
+//
+// Output goes straight to file descriptors 1 and 2 with write(2): one chunk is
+// one write() call and nothing sits in a buffer, so the tests decide exactly
+// where the application's reads may be split.
+//
+// POSIX only (Linux is what the tests run on): it relies on write(2),
+// pause(2), raise(3) and setrlimit(2).
+
+#if !defined(__unix__) && !defined(__APPLE__)
+#error "The fake kestreldl2 tool needs a POSIX system."
+#endif
+
+#include <QByteArray>
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QJsonValue>
+#include <QString>
+#include <QStringList>
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <ctime>
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+// Writes all of data with as few write() calls as the kernel allows: one,
+// unless it takes only part of it (a large write into a pipe) or a signal
+// interrupts it. Returns false once the descriptor refuses more, so the
+// caller stops producing output nobody can receive.
+bool writeAll(int fd, const char *data, qint64 size)
+{
+    while (size > 0) {
+        const ssize_t written = ::write(fd, data, static_cast<size_t>(size));
+        if (written < 0) {
+            if (errno == EINTR)
+                continue;
+            return false;
+        }
+        data += written;
+        size -= written;
+    }
+    return true;
+}
+
+bool writeAll(int fd, const QByteArray &data)
+{
+    return writeAll(fd, data.constData(), data.size());
+}
+
+void sleepMilliseconds(qint64 ms)
+{
+    if (ms <= 0)
+        return;
+    timespec remaining;
+    remaining.tv_sec = static_cast<time_t>(ms / 1000);
+    remaining.tv_nsec = static_cast<long>((ms % 1000) * 1000000);
+    // A signal that does not end the process must not shorten the pause.
+    while (::nanosleep(&remaining, &remaining) != 0 && errno == EINTR) {
+    }
+}
+
+QString currentDirectory()
+{
+    // getcwd() rather than QDir::currentPath(): the record should show the
+    // directory the kernel gave this process, exactly as the tool saw it.
+    QByteArray buffer(4096, '\0');
+    while (::getcwd(buffer.data(), static_cast<size_t>(buffer.size())) == nullptr) {
+        if (errno != ERANGE)
+            return QString();
+        buffer.resize(buffer.size() * 2);
+    }
+    return QFile::decodeName(buffer.constData());
+}
+
+QString runKind(const QStringList &arguments)
+{
+    if (arguments.contains(QLatin1String("--get-title")))
+        return QStringLiteral("metadata");
+    if (arguments.contains(QLatin1String("--list-formats")))
+        return QStringLiteral("formats");
+    if (arguments.contains(QLatin1String("--update")))
+        return QStringLiteral("update");
+    return QStringLiteral("download");
+}
+
+// Appends one line describing this run. The whole line goes out in a single
+// write() on an O_APPEND descriptor, so runs started side by side each leave
+// a complete line behind instead of interleaving.
+void recordInvocation(const QString &recordPath, const QString &kind,
+                      const QStringList &arguments, const char *program)
+{
+    QJsonObject line;
+    line.insert(QLatin1String("kind"), kind);
+    line.insert(QLatin1String("arguments"), QJsonArray::fromStringList(arguments));
+    line.insert(QLatin1String("workingDirectory"), currentDirectory());
+    line.insert(QLatin1String("pid"), static_cast<qint64>(::getpid()));
+    line.insert(QLatin1String("program"), QFile::decodeName(program));
+
+    QByteArray bytes = QJsonDocument(line).toJson(QJsonDocument::Compact);
+    bytes.append('\n');
+
+    const QByteArray path = QFile::encodeName(recordPath);
+    const int fd = ::open(path.constData(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644);
+    if (fd < 0)
+        return;
+    writeAll(fd, bytes);
+    ::close(fd);
+}
+
+// Lines of 'e' ending in '\n'. Lines are 64 bytes, so a 64 KiB block holds
+// whole lines and consecutive blocks continue the same pattern.
+void writeStandardError(qint64 total)
+{
+    constexpr qint64 lineLength = 64;
+    constexpr qint64 blockSize = 64 * 1024;
+    QByteArray block(blockSize, 'e');
+    for (qint64 i = lineLength - 1; i < blockSize; i += lineLength)
+        block[i] = '\n';
+
+    while (total > 0) {
+        const qint64 size = std::min(total, blockSize);
+        bool ok;
+        if (size == total && block.at(size - 1) != '\n') {
+            // The last, short block still ends its line.
+            QByteArray tail = block.left(size);
+            tail[size - 1] = '\n';
+            ok = writeAll(STDERR_FILENO, tail);
+        } else {
+            ok = writeAll(STDERR_FILENO, block.constData(), size);
+        }
+        if (!ok)
+            return;
+        total -= size;
+    }
+}
+
+// The same line many times, gathered into writes of about 64 KiB so that a
+// flood of hundreds of thousands of lines stays quick.
+void writeRepeatedLine(const QString &text, qint64 count)
+{
+    const QByteArray line = text.toUtf8() + '\n';
+    const qint64 perBlock = std::max<qint64>(1, (64 * 1024) / line.size());
+    const QByteArray block = line.repeated(static_cast<qsizetype>(std::min(perBlock, count)));
+    const qint64 linesPerBlock = block.size() / line.size();
+
+    while (count > 0) {
+        const qint64 lines = std::min(count, linesPerBlock);
+        if (!writeAll(STDOUT_FILENO, block.constData(), lines * line.size()))
+            return;
+        count -= lines;
+    }
+}
+
+void writeChunks(const QJsonArray &chunks, qint64 pauseMs)
+{
+    for (qsizetype i = 0; i < chunks.size(); ++i) {
+        if (i > 0)
+            sleepMilliseconds(pauseMs);
+        if (!writeAll(STDOUT_FILENO, chunks.at(i).toString().toUtf8()))
+            return;
+    }
+}
+
+// The folder that follows "--path". The real downloader spells the option
+// "--paths" or "-P", so those are understood as well.
+QString outputFolder(const QStringList &arguments)
+{
+    for (qsizetype i = 0; i + 1 < arguments.size(); ++i) {
+        const QString &argument = arguments.at(i);
+        if (argument == QLatin1String("--path") || argument == QLatin1String("--paths")
+            || argument == QLatin1String("-P")) {
+            return arguments.at(i + 1);
+        }
+    }
+    return QString();
+}
+
+void writeOutputFile(const QStringList &arguments, qint64 bytes)
+{
+    const QString folder = outputFolder(arguments);
+    if (folder.isEmpty() || arguments.isEmpty())
+        return;
+    if (!QDir().mkpath(folder))
+        return;
+
+    // The target is the URL, the last argument; the characters a file name
+    // cannot hold are replaced.
+    QString name = arguments.last();
+    name.replace(QLatin1Char('/'), QLatin1Char('_'));
+    name.replace(QLatin1Char(':'), QLatin1Char('_'));
+    name += QLatin1String(".mp4");
+
+    const QByteArray pattern("fake video\n");
+    QByteArray content;
+    if (bytes < 0) {
+        content = pattern;
+    } else {
+        const qsizetype size = static_cast<qsizetype>(bytes);
+        content = pattern.repeated(size / pattern.size() + 1).left(size);
+    }
+
+    QFile file(QDir(folder).filePath(name));
+    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        file.write(content);
+}
+
+[[noreturn]] void hangForever()
+{
+    for (;;)
+        ::pause();
+}
+
+void dieBySignal(int signalNumber)
+{
+    // A crash test must not leave core files behind.
+    rlimit noCore;
+    noCore.rlim_cur = 0;
+    noCore.rlim_max = 0;
+    ::setrlimit(RLIMIT_CORE, &noCore);
+
+    // The parent may have left the signal ignored or blocked; neither should
+    // stop the default action from ending the process.
+    ::signal(signalNumber, SIG_DFL);
+    sigset_t set;
+    sigemptyset(&set);
+    sigaddset(&set, signalNumber);
+    ::sigprocmask(SIG_UNBLOCK, &set, nullptr);
+
+    ::raise(signalNumber);
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    // No QCoreApplication: QFile and QJsonDocument work without one, and the
+    // tool starts faster.
+    const QByteArray scenarioPath = qgetenv("KESTREL_FAKE_TOOL_SCENARIO");
+    if (scenarioPath.isEmpty())
+        return 0;
+
+    QFile scenarioFile(QFile::decodeName(scenarioPath));
+    if (!scenarioFile.open(QIODevice::ReadOnly))
+        return 0;
+    const QJsonDocument document = QJsonDocument::fromJson(scenarioFile.readAll());
+    scenarioFile.close();
+    if (!document.isObject())
+        return 0;
+    const QJsonObject scenario = document.object();
+
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QFile::decodeName(argv[i]));
+    const QString kind = runKind(arguments);
+
+    const QString recordPath = scenario.value(QLatin1String("record")).toString();
+    if (!recordPath.isEmpty())
+        recordInvocation(recordPath, kind, arguments, argc > 0 ? argv[0] : "");
+
+    QJsonObject behaviour;
+    if (scenario.contains(kind))
+        behaviour = scenario.value(kind).toObject();
+    else
+        behaviour = scenario.value(QLatin1String("default")).toObject();
+
+    const qint64 stderrBytes = behaviour.value(QLatin1String("stderrBytes")).toInteger();
+    if (stderrBytes > 0)
+        writeStandardError(stderrBytes);
+
+    const qint64 stdoutLines = behaviour.value(QLatin1String("stdoutLines")).toInteger();
+    if (stdoutLines > 0)
+        writeRepeatedLine(behaviour.value(QLatin1String("stdoutLine")).toString(), stdoutLines);
+
+    const QJsonArray chunks = behaviour.value(QLatin1String("stdoutChunks")).toArray();
+    if (!chunks.isEmpty())
+        writeChunks(chunks, behaviour.value(QLatin1String("pauseMs")).toInteger());
+
+    const QJsonValue base64 = behaviour.value(QLatin1String("stdoutBase64"));
+    if (base64.isString())
+        writeAll(STDOUT_FILENO, QByteArray::fromBase64(base64.toString().toLatin1()));
+
+    if (behaviour.value(QLatin1String("writeOutputFile")).toBool()) {
+        const QJsonValue bytes = behaviour.value(QLatin1String("outputFileBytes"));
+        writeOutputFile(arguments, bytes.isDouble() ? bytes.toInteger() : -1);
+    }
+
+    if (behaviour.value(QLatin1String("hang")).toBool())
+        hangForever();
+
+    const int signalNumber = behaviour.value(QLatin1String("signal")).toInt();
+    if (signalNumber > 0)
+        dieBySignal(signalNumber);
+
+    return behaviour.value(QLatin1String("exitCode")).toInt();
+}
