@@ -23,6 +23,7 @@ QString pluginFileName(const QString &baseName)
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 #include <QList>
 #include <QThread>
 
@@ -69,6 +70,48 @@ bool hasExited(pid_t pid)
     return afterName < 0 || text.mid(afterName + 2, 1) == "Z" || text.mid(afterName + 2, 1) == "X";
 }
 
+// The parent of every process on the system.
+QHash<pid_t, pid_t> parentsOfProcesses()
+{
+    QHash<pid_t, pid_t> parents;
+    const QStringList entries = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    for (const QString &entry : entries) {
+        bool isNumber = false;
+        const pid_t pid = pid_t(entry.toInt(&isNumber));
+        if (!isNumber)
+            continue;
+        QFile status(QStringLiteral("/proc/%1/stat").arg(entry));
+        if (!status.open(QIODevice::ReadOnly))
+            continue;
+        const QByteArray text = status.readAll();
+        const QList<QByteArray> fields = text.mid(text.lastIndexOf(')') + 2).split(' ');
+        if (fields.size() > 1)
+            parents.insert(pid, pid_t(fields.at(1).toInt()));
+    }
+    return parents;
+}
+
+// The tool's processes and everything they started (the real downloader
+// behind a launcher, and its ffmpeg), gathered before any of them is killed,
+// while the family tree is still intact.
+QList<pid_t> toolProcessTrees(const QStringList &toolPaths)
+{
+    const QHash<pid_t, pid_t> parents = parentsOfProcesses();
+    const pid_t self = ::getpid();
+    QList<pid_t> found;
+    for (auto it = parents.cbegin(); it != parents.cend(); ++it) {
+        if (it.key() != self && runsTool(QStringLiteral("/proc/%1").arg(it.key()), toolPaths))
+            found << it.key();
+    }
+    for (qsizetype i = 0; i < found.size(); ++i) {
+        for (auto it = parents.cbegin(); it != parents.cend(); ++it) {
+            if (it.value() == found.at(i) && it.key() != self && !found.contains(it.key()))
+                found << it.key();
+        }
+    }
+    return found;
+}
+
 } // namespace
 
 bool killTool(const QString &toolPath, int timeoutMs)
@@ -77,16 +120,9 @@ bool killTool(const QString &toolPath, int timeoutMs)
     const QString canonicalToolPath = QFileInfo(toolPath).canonicalFilePath();
     if (!canonicalToolPath.isEmpty() && canonicalToolPath != toolPath)
         toolPaths << canonicalToolPath;
-    const pid_t self = ::getpid();
+
     QList<pid_t> killed;
-    const QStringList entries = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
-    for (const QString &entry : entries) {
-        bool isNumber = false;
-        const pid_t pid = pid_t(entry.toInt(&isNumber));
-        if (!isNumber || pid == self)
-            continue;
-        if (!runsTool(QStringLiteral("/proc/") + entry, toolPaths))
-            continue;
+    for (pid_t pid : toolProcessTrees(toolPaths)) {
         if (::kill(pid, SIGKILL) == 0)
             killed << pid;
     }

@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QMetaMethod>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -119,6 +120,7 @@ private slots:
     void updateIgnoresCancelFlagAndKillsNothing();
 
     void toolElsewhereSurvivesTermination();
+    void scriptToolAndItsChildrenAreKilled();
     void terminationWithNothingRunning();
 
     void missingToolIsReported_data();
@@ -129,6 +131,7 @@ private slots:
 private:
     void useScenario(const QString &kind, const Behaviour &behaviour);
     QList<FakeTool::Invocation> invocations() const;
+    QList<FakeTool::Invocation> invocationsOf(const QString &kind) const;
     void waitForInvocations(int count);
 
     QTemporaryDir m_work;
@@ -178,6 +181,13 @@ void TestKestrelDownloader::useScenario(const QString &kind, const Behaviour &be
 QList<FakeTool::Invocation> TestKestrelDownloader::invocations() const
 {
     return FakeTool::readRecord(m_recordFile);
+}
+
+QList<FakeTool::Invocation> TestKestrelDownloader::invocationsOf(const QString &kind) const
+{
+    QList<FakeTool::Invocation> runs = invocations();
+    runs.removeIf([&kind](const FakeTool::Invocation &run) { return run.kind != kind; });
+    return runs;
 }
 
 void TestKestrelDownloader::waitForInvocations(int count)
@@ -336,7 +346,7 @@ void TestKestrelDownloader::metadataRun()
     QSignalSpy metadata(&driver, &KestrelDownloader::haveMetadata);
     QVERIFY(metadata.wait());
 
-    const QList<FakeTool::Invocation> runs = invocations();
+    const QList<FakeTool::Invocation> runs = invocationsOf(FakeTool::Kind::metadata());
     QCOMPARE(runs.size(), 1);
     QCOMPARE(runs.first().arguments, (QStringList{QStringLiteral("--get-title"), QStringLiteral("--get-duration"),
                                                   QStringLiteral("--no-warnings"), target}));
@@ -372,8 +382,7 @@ void TestKestrelDownloader::metadataRunClearsOutputAndUsesFreshProcess()
     QVERIFY(metadata.wait());
     QCOMPARE(info.title, QStringLiteral("Second"));
 
-    QList<FakeTool::Invocation> runs = invocations();
-    runs.removeIf([](const FakeTool::Invocation &run) { return run.kind != FakeTool::Kind::metadata(); });
+    const QList<FakeTool::Invocation> runs = invocationsOf(FakeTool::Kind::metadata());
     QCOMPARE(runs.size(), 2);
     QVERIFY(runs.at(0).pid != runs.at(1).pid);
 }
@@ -794,6 +803,36 @@ void TestKestrelDownloader::toolElsewhereSurvivesTermination()
     QCOMPARE(elsewhere.state(), QProcess::Running);
     elsewhere.kill();
     elsewhere.waitForFinished();
+}
+
+void TestKestrelDownloader::scriptToolAndItsChildrenAreKilled()
+{
+    // A tool that is a script runs as its interpreter with the script's path
+    // as an argument; what it starts goes with it.
+    const QString childFile = m_work.filePath(QStringLiteral("child.pid"));
+    QFile::remove(childFile);
+    QFile::remove(toolInDataFolder());
+    QFile script(toolInDataFolder());
+    QVERIFY(script.open(QIODevice::WriteOnly));
+    script.write(QStringLiteral("#!/bin/sh\nsleep 1000 &\necho $! > '%1'\nwait\n").arg(childFile).toUtf8());
+    script.close();
+    QVERIFY(script.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner));
+
+    KestrelDownloader driver;
+    info.url = QUrl(QStringLiteral("https://youtu.be/abc"));
+    QSignalSpy failure(&driver, &KestrelDownloader::somethingWrong);
+    driver.requestMetadata();
+    QTRY_VERIFY(QFile::exists(childFile) && QFileInfo(childFile).size() > 0);
+    QFile pidFile(childFile);
+    QVERIFY(pidFile.open(QIODevice::ReadOnly));
+    const qint64 child = pidFile.readAll().trimmed().toLongLong();
+    QVERIFY(child > 0);
+    QVERIFY(isAlive(child));
+
+    driver.terminateTool(false);
+    QVERIFY(failure.wait());
+    QCOMPARE(failure.first().first().value<KestrelDownloader::errorType>(), KestrelDownloader::metadataCancelled);
+    QTRY_VERIFY(!isAlive(child));
 }
 
 void TestKestrelDownloader::terminationWithNothingRunning()
