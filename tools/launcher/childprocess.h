@@ -1,0 +1,58 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <sys/types.h>
+#include <vector>
+
+namespace Launcher {
+
+// Notes the signal dispositions and mask the launcher was started with, so
+// that every child starts with them whatever the launcher changes for
+// itself. Called first thing in main().
+void rememberInheritedSignals();
+
+// Where a child's standard streams go: a descriptor, or -1 for the
+// launcher's own stream, which the child then shares untouched.
+struct ChildStreams
+{
+    int in = -1;
+    int out = -1;
+    int err = -1;
+};
+
+// Starts program with arguments (argv[0] is program) as a child that the
+// kernel kills when the launcher dies, however it dies: the application
+// stops a download by killing the launcher with SIGKILL, and yt-dlp must not
+// go on downloading after it. environment replaces the launcher's own when
+// given. Returns the child's id, or -1 with *error set when the program
+// could not be started.
+pid_t startChild(const std::string &program, const std::vector<std::string> &arguments,
+                 const ChildStreams &streams, const std::vector<std::string> *environment, int *error);
+
+enum class FlagSupport { Supported, Unsupported, Undetermined };
+
+// The command line that asks tool whether it knows flag, without arguments[0].
+std::vector<std::string> probeArguments(const std::string &flag, const char *trialValue);
+
+// Asks tool whether it knows flag; trialValue is given with a flag that takes
+// a value and is nullptr for a switch. Undetermined when the answer is not
+// one yt-dlp's option parser gives (the tool crashed, hung for timeoutMs, or
+// could not start), so that nothing is concluded from it.
+FlagSupport probeFlagSupport(const std::string &tool, const std::string &flag, const char *trialValue,
+                             int timeoutMs);
+
+// The version tool reports, such as "2023.03.04", if it reports one within
+// timeoutMs.
+std::optional<std::string> queryToolVersion(const std::string &tool, int timeoutMs);
+
+// Runs tool with arguments as the launcher's child sharing its standard
+// streams, passes SIGTERM, SIGINT and SIGHUP the launcher receives on to it,
+// and returns its wait status; -1 with *error set when it could not start.
+int runTool(const std::string &tool, const std::vector<std::string> &arguments, int *error);
+
+// Ends the launcher as the child with waitStatus ended: with its exit code,
+// or by the same signal.
+[[noreturn]] void exitLike(int waitStatus);
+
+} // namespace Launcher

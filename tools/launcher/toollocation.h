@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+
+namespace Launcher {
+
+// The environment variable that names the yt-dlp to run instead of the one
+// found on PATH.
+inline const char *toolVariable()
+{
+    return "KESTREL_YTDLP";
+}
+
+// The yt-dlp to run: the file KESTREL_YTDLP names when it is set, otherwise
+// the first yt-dlp on PATH. Empty when there is none; *problem then says
+// what was looked at.
+std::string findTool(std::string *problem);
+
+// The folder the launcher runs from, which is the application's data
+// folder once the application has copied it there; empty if unknown.
+std::string ownFolder();
+
+} // namespace Launcher
