@@ -1,0 +1,52 @@
+#include "sysinfoplugin.h"
+
+#include "identifierdialog.h"
+#include "machineidentifier.h"
+
+#include <QApplication>
+#include <QStandardPaths>
+#include <QSysInfo>
+
+void SysInfoPlugin::reserved()
+{
+}
+
+void SysInfoPlugin::setApplicationInfo(const QString &version, const QString &buildDate, int first, int second)
+{
+    m_version = version;
+    m_buildDate = buildDate;
+    m_first = first;
+    m_second = second;
+}
+
+void SysInfoPlugin::showIdentifier()
+{
+    IdentifierDialog dialog(identifier(), QApplication::activeWindow());
+    dialog.exec();
+}
+
+QString SysInfoPlugin::systemInformation()
+{
+    const QString version = m_version.isEmpty() ? QCoreApplication::applicationVersion() : m_version;
+    QString application = QStringList{QCoreApplication::applicationName(), version}.join(QLatin1Char(' ')).trimmed();
+    if (!m_buildDate.isEmpty())
+        application += QStringLiteral(" (build %1)").arg(m_buildDate);
+
+    QStringList lines;
+    if (!application.isEmpty())
+        lines << application;
+    lines << QStringLiteral("Operating system: %1").arg(QSysInfo::prettyProductName())
+          << QStringLiteral("Kernel: %1 %2").arg(QSysInfo::kernelType(), QSysInfo::kernelVersion())
+          << QStringLiteral("CPU architecture: %1").arg(QSysInfo::currentCpuArchitecture())
+          << QStringLiteral("Qt version: %1").arg(QString::fromLatin1(qVersion()));
+    return lines.join(QLatin1Char('\n'));
+}
+
+QString SysInfoPlugin::identifier()
+{
+    if (m_identifier.isEmpty()) {
+        m_identifier = machineIdentifier(QSysInfo::machineUniqueId(),
+                                         QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation));
+    }
+    return m_identifier;
+}

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QByteArray>
+#include <QCryptographicHash>
+#include <QFile>
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QUrl>
+
+class QNetworkAccessManager;
+class QNetworkReply;
+
+// Fetches one installer into "<final path>.part", hashing it as it arrives,
+// and only when its SHA-256 matches renames it to the final path. A file
+// whose digest does not match is deleted, so it can never be started.
+//
+// Exactly one of succeeded() or failed() follows start(), unless abort() is
+// called first: an abort is the caller's own decision and is not reported.
+class InstallerDownload : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct Target
+    {
+        QUrl url;
+        QByteArray sha256; // raw digest bytes
+        QString finalPath;
+        int timeoutMs = 30000;
+    };
+
+    InstallerDownload(QNetworkAccessManager *network, const Target &target, QObject *parent = nullptr);
+    ~InstallerDownload() override;
+
+    // Opens the partial file and sends the request. On false nothing was
+    // started, no signal follows and *error says why.
+    bool start(QString *error);
+
+    // Stops the transfer and removes the partial file. Harmless when nothing
+    // runs or after the download has ended.
+    void abort();
+
+    QString partPath() const;
+
+signals:
+    // total is -1 while the size is unknown
+    void progress(qint64 received, qint64 total);
+    void succeeded(const QString &finalPath);
+    void failed(const QString &message);
+
+private:
+    void onReadyRead();
+    void consume(QNetworkReply *reply);
+    void onRedirected(const QUrl &url);
+    void onFinished();
+    void stopWith(const QString &message);
+    void discardPartialFile();
+
+    QNetworkAccessManager *m_network;
+    const Target m_target;
+    QFile m_file;
+    QCryptographicHash m_hash{QCryptographicHash::Sha256};
+    QPointer<QNetworkReply> m_reply;
+    // Why the transfer was stopped from this side; reported when it finishes.
+    QString m_stopReason;
+};

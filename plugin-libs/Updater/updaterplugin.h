@@ -1,0 +1,90 @@
+#pragma once
+
+#include "plugins/updateinterface.h"
+#include "releasefeed.h"
+
+#include <QMessageBox>
+#include <QPointer>
+#include <QString>
+
+#include <optional>
+
+class InstallerDownload;
+class QNetworkAccessManager;
+class QNetworkReply;
+class QProgressBar;
+class QProgressDialog;
+class QWidget;
+
+// The application updater: asks the update server's release feed whether a
+// newer build exists, offers it to the user, downloads the installer for this
+// system, verifies its SHA-256 and starts it.
+//
+// Every step runs from the event loop; no call blocks and no dialog runs its
+// own event loop, so finish() can stop whatever is under way at any moment.
+class UpdaterPlugin : public UpdateInterface
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID UpdateInterface_iid)
+    Q_INTERFACES(UpdateInterface)
+
+public:
+    explicit UpdaterPlugin(QObject *parent = nullptr);
+    ~UpdaterPlugin() override;
+
+    // Quiet: only a newer build is mentioned to the user; a failed check is
+    // logged and signalled, never shown.
+    void checkForUpdate(int releaseNumber, const QString &text) override;
+    void reserved() override;
+    // Manual: the user hears about every outcome.
+    void updateNow(int releaseNumber, const QString &text) override;
+    void finish() override;
+
+private:
+    enum class Stage {
+        Idle,
+        FetchingFeed,
+        Asking,
+        Downloading,
+        Reporting, // a closing message is on the screen
+    };
+
+    void begin(int releaseNumber, const QString &text, bool quiet);
+    void onFeedRedirected(const QUrl &url);
+    void onFeedProgress(qint64 received);
+    void onFeedFinished();
+    void decide(const ReleaseFeed::Release &release);
+    void onAnswer(QMessageBox::StandardButton answer);
+    void startDownload();
+    void onDownloadProgress(qint64 received, qint64 total);
+    void onDownloadSucceeded(const QString &path);
+    void onDownloadFailed(const QString &message);
+    void onDownloadCancelled();
+    bool startInstaller(const QString &path, QString *error);
+    void fail(const QString &message);
+
+    QMessageBox *showBox(QMessageBox::Icon icon, const QString &text, QMessageBox::StandardButtons buttons);
+    void showProgress();
+    void closeProgress();
+    void closeBox();
+    void bringForward();
+    QNetworkAccessManager *network();
+
+    Stage m_stage = Stage::Idle;
+    bool m_quiet = false;
+    // Once the user has said yes, failures are shown even for a quiet check.
+    bool m_userAgreed = false;
+    int m_releaseNumber = 0;
+    QString m_text;
+    int m_timeoutMs = 0;
+    std::optional<ReleaseFeed::Release> m_release;
+
+    QNetworkAccessManager *m_network = nullptr;
+    QPointer<QNetworkReply> m_feedReply;
+    // Why the feed transfer was stopped from this side; reported when it finishes.
+    QString m_feedStopReason;
+    QPointer<InstallerDownload> m_download;
+    QPointer<QMessageBox> m_box;
+    QPointer<QProgressDialog> m_progress;
+    QPointer<QProgressBar> m_progressBar;
+};
