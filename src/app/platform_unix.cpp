@@ -17,6 +17,13 @@ QString pluginFileName(const QString &baseName)
     return baseName + QStringLiteral(".so");
 }
 
+QUrl folderUrl(const QString &folder)
+{
+    // A bare path read as an address has no scheme and is not opened as a
+    // folder here; a local-file address is.
+    return QUrl::fromLocalFile(folder);
+}
+
 } // namespace Platform
 
 #include <QDeadlineTimer>

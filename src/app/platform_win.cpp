@@ -17,6 +17,11 @@ QString pluginFileName(const QString &baseName)
     return baseName + QStringLiteral(".dll");
 }
 
+QUrl folderUrl(const QString &folder)
+{
+    return QUrl(folder, QUrl::TolerantMode);
+}
+
 } // namespace Platform
 
 #include <QProcess>

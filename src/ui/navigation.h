@@ -1,17 +1,27 @@
 #pragma once
 
+#include "downloader/kestreldownloader.h"
+
 #include <QDialog>
+#include <QPointer>
+#include <QProcess>
+#include <QSet>
 
 #include <memory>
 
+class QAction;
 class QCommandLineParser;
+class QMenu;
+class QModelIndex;
 
 namespace Ui {
 class Navigation;
 }
 
 // The application's one window: a dialog whose pages lead from the start page
-// through the address and the format list to the download.
+// through the address and the format list to the download. All work with the
+// downloader tool is done by the driver; the window asks it for things and
+// shows what its signals report.
 class Navigation : public QDialog
 {
     Q_OBJECT
@@ -27,16 +37,59 @@ public:
     // The display scale in percent, read from the settings at construction.
     unsigned int scale() const;
 
+signals:
+    void updateKestrelDL(bool detached);
+    void requestVideo(unsigned int formatId);
+    void requestMetadata();
+
 public slots:
+    void whenStackedPageChanged(int index);
+    void whenProcessButtonClicked();
+    void whenFormatsReceived();
+    void whenCallProcess();
+    void whenSomethingWrong(KestrelDownloader::errorType code);
     // Shows the window on the start page and acts on the command line.
     void showMainWindow();
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private slots:
+    // Connected by signature to each updater plug-in object's updateDone().
+    void whenApplicationUpdated();
+
 private:
+    void connectWindow();
+    void connectDriver();
     void applyFormFontWeights();
     void runCommandLineRequests();
 
+    void showMetadata();
+    void whenFormatPicked(const QModelIndex &index);
+    void showProgress(int value);
+    void showDownloadCompleted();
+    void whenToolUpdated(QProcess::ExitStatus status);
+    void fitRowsToView();
+
+    void activateMenuActions();
+    void whenMenuTriggered(QAction *action);
+    void changeScale(QAction *action);
+    void updateApplicationNow();
+    void showAbout();
+
     std::unique_ptr<Ui::Navigation> ui;
+    KestrelDownloader &driver;
     QCommandLineParser *commandLine = nullptr;
     QWidget *returnPage = nullptr;
     unsigned int scaleValue = 100;
+
+    QPointer<QMenu> contextMenu;
+    QAction *updateAction = nullptr;
+    QAction *loggingAction = nullptr;
+    QMenu *scaleMenu = nullptr;
+    QAction *identifierAction = nullptr;
+    QAction *aboutAction = nullptr;
+
+    // Updater plug-in objects whose updateDone() is already connected.
+    QSet<QObject *> connectedUpdaters;
 };

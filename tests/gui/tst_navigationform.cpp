@@ -69,6 +69,7 @@ private slots:
     void formatsPage();
     void downloadPage();
     void emptyPage();
+    void noButtonTakesTheEnterKey();
     void iconsAreLoaded();
     void siteButtonShowsItsIconAndOffersItsText();
     void missingScaleSettingGivesHundred();
@@ -251,6 +252,19 @@ void TestNavigationForm::emptyPage()
     QCOMPARE(bar->maximum(), 0);
     QCOMPARE(bar->value(), 0);
     QVERIFY(!bar->isTextVisible());
+}
+
+void TestNavigationForm::noButtonTakesTheEnterKey()
+{
+    // Enter in the address field starts a request and moves the focus to a
+    // button; that button must not take the same key press too.
+    Navigation window;
+    const QList<QPushButton *> buttons = window.findChildren<QPushButton *>();
+    QCOMPARE(buttons.size(), 9);
+    for (const QPushButton *button : buttons) {
+        QVERIFY2(!button->autoDefault(), qPrintable(button->objectName()));
+        QVERIFY2(!button->isDefault(), qPrintable(button->objectName()));
+    }
 }
 
 void TestNavigationForm::iconsAreLoaded()

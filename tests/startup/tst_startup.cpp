@@ -57,6 +57,8 @@ void TestStartup::pluginCallsInStartAndShutdownOrder()
     QCOMPARE(withoutWindowRecords(run.calls), (QStringList{
                                                    QStringLiteral("LoggingMessages.setUp|%1|settings.ini").arg(localDataFolder(sandbox)),
                                                    QStringLiteral("SysInfo.setApplicationInfo|2.0.023|25.0826|0|1"),
+                                                   // The window's menu shows whether logging is on.
+                                                   QStringLiteral("LoggingMessages.isEnabled"),
                                                    QStringLiteral("Updater.checkForUpdate|2023|25.0826"),
                                                    QStringLiteral("LoggingMessages.shutDown"),
                                                    QStringLiteral("Updater.finish"),

@@ -1,0 +1,734 @@
+#include "app/filesetup.h"
+#include "downloader/kestreldownloader.h"
+#include "downloader/videoinfo.h"
+#include "formats/formattablemodel.h"
+#include "ui/navigation.h"
+#include "ui/rowfit.h"
+
+#include "logcapture.h"
+#include "modalcatcher.h"
+#include "scenario.h"
+#include "testsandbox.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QDir>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QStackedWidget>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <QTest>
+
+using FakeTool::Behaviour;
+
+namespace {
+
+Behaviour printing(const QString &text)
+{
+    Behaviour behaviour;
+    behaviour.stdoutChunks = {text};
+    return behaviour;
+}
+
+Behaviour hanging()
+{
+    Behaviour behaviour;
+    behaviour.hang = true;
+    return behaviour;
+}
+
+const QString listing = QStringLiteral(
+    "[info] Available formats for abc:\n"
+    "ID  EXT  RESOLUTION FPS |   FILESIZE   TBR PROTO | VCODEC        VBR ACODEC      ABR\n"
+    "--------------------------------------------------------------------------------------\n"
+    "140 m4a  audio only     |    2.91MiB  129k https | audio only        mp4a.40.2  129k\n"
+    "18  mp4  640x360     30 |    9.35MiB  414k https | avc1.42001E       mp4a.40.2   96k\n"
+    "22  mp4  1280x720    30 | ~ 28.11MiB 1245k https | avc1.64001F       mp4a.40.2  192k\n"
+    "137 mp4  1920x1080   30 |  107.20MiB 4752k https | avc1.640028  4752k video only\n"
+    "248 webm 1920x1080   30 |   80.50MiB 3568k https | vp9          3568k video only\n");
+
+// Lets tests reach the number of connections of a view's signal.
+class ConnectionCounter : public QTableView
+{
+public:
+    static int count(const QTableView *view, const char *signal)
+    {
+        return static_cast<const ConnectionCounter *>(view)->receivers(signal);
+    }
+};
+
+class OpenedUrls : public QObject
+{
+    Q_OBJECT
+
+public:
+    QList<QUrl> urls;
+
+public slots:
+    void open(const QUrl &url) { urls << url; }
+};
+
+} // namespace
+
+class TestNavigationFlow : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void startsOnTheStartPage();
+    void videoButtonOpensTheAddressPage();
+    void backFromAddressPageReturnsToStart();
+    void refusedAddressChangesNothing();
+    void acceptedAddressShowsBusyFormatsPage();
+    void wholeWalkFromAddressToDownloadedFile();
+    void pickingAnyColumnPicksTheRow_data();
+    void pickingAnyColumnPicksTheRow();
+    void doubleClickStartsOneDownload();
+    void progressDisplay();
+    void cancelDuringDownloadReturnsToFormats();
+    void backFromFormatsKillsTheTool();
+    void backFromDownloadKeepsTheTable();
+    void processEmptiesThePreviousTable();
+    void titleAndDuration_data();
+    void titleAndDuration();
+    void failureReport_data();
+    void failureReport();
+    void cancellingTheFormatListShowsCrashBox();
+    void toolThatCannotStartIsReported();
+    void formatsPageDressing();
+    void emptyListShowsEmptyTable();
+    void handlersDoNotPileUp();
+    void rowFitRule_data();
+    void rowFitRule();
+    void rowsThatDoNotFitAreHidden();
+    void openFolderAndSiteButtons();
+    void pageSizes_data();
+    void pageSizes();
+
+private:
+    void useScenario(const QString &kind, const Behaviour &behaviour);
+    template <typename Widget>
+    Widget *widget(const char *name) const;
+    QWidget *currentPage() const;
+    void enterAddress(const QString &text);
+    void reachFormats(const QString &output = listing);
+    void pickRow(int row, int column = 2);
+
+    QTemporaryDir m_work;
+    FakeTool::Scenario m_scenario;
+    QString m_scenarioFile;
+    QString m_recordFile;
+    std::unique_ptr<Navigation> m_window;
+};
+
+void TestNavigationFlow::initTestCase()
+{
+    prepareOutputDir();
+    m_scenarioFile = m_work.filePath(QStringLiteral("scenario.json"));
+    m_recordFile = m_work.filePath(QStringLiteral("record.jsonl"));
+    qputenv(FakeTool::scenarioVariable(), m_scenarioFile.toLocal8Bit());
+    QDir().mkpath(dataFolder());
+    QVERIFY(QFile::copy(FakeTool::builtToolPath(), dataFolder() + QStringLiteral("/kestreldl2")));
+}
+
+void TestNavigationFlow::init()
+{
+    QFile::remove(m_recordFile);
+    m_scenario = FakeTool::Scenario();
+    m_scenario.record(m_recordFile);
+    QVERIFY(m_scenario.writeTo(m_scenarioFile));
+    VideoInfo::shared().settings().remove(QStringLiteral("Scale/Val"));
+    m_window = std::make_unique<Navigation>();
+    m_window->showMainWindow();
+    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+}
+
+void TestNavigationFlow::cleanup()
+{
+    KestrelDownloader::shared().terminateTool(true);
+    {
+        // A run killed just now may still report; answer its box.
+        ModalCatcher catcher;
+        QTest::qWait(50);
+    }
+    m_window.reset();
+    for (QWidget *window : QApplication::topLevelWidgets())
+        QVERIFY2(!window->isVisible(), qPrintable(window->objectName()));
+}
+
+void TestNavigationFlow::useScenario(const QString &kind, const Behaviour &behaviour)
+{
+    m_scenario.set(kind, behaviour);
+    QVERIFY(m_scenario.writeTo(m_scenarioFile));
+}
+
+template <typename Widget>
+Widget *TestNavigationFlow::widget(const char *name) const
+{
+    auto *found = m_window->findChild<Widget *>(QLatin1String(name));
+    if (!found)
+        qFatal("no widget %s", name);
+    return found;
+}
+
+QWidget *TestNavigationFlow::currentPage() const
+{
+    return widget<QStackedWidget>("stackedWidget")->currentWidget();
+}
+
+void TestNavigationFlow::enterAddress(const QString &text)
+{
+    QTest::mouseClick(widget<QPushButton>("pushButton_Video"), Qt::LeftButton);
+    auto *edit = widget<QLineEdit>("editURL");
+    edit->clear();
+    QTest::keyClicks(edit, text);
+    QTest::keyClick(edit, Qt::Key_Return);
+}
+
+void TestNavigationFlow::reachFormats(const QString &output)
+{
+    useScenario(FakeTool::Kind::metadata(), printing(QStringLiteral("Kestrel Test Clip (1080p)\n3:05\n")));
+    useScenario(FakeTool::Kind::formats(), printing(output));
+    QSignalSpy formats(&KestrelDownloader::shared(), &KestrelDownloader::haveFormats);
+    enterAddress(QStringLiteral("https://www.youtube.com/watch?v=abc"));
+    QVERIFY(formats.wait());
+}
+
+void TestNavigationFlow::pickRow(int row, int column)
+{
+    auto *table = widget<QTableView>("tableView");
+    const QRect cell = table->visualRect(table->model()->index(row, column));
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, cell.center());
+}
+
+void TestNavigationFlow::startsOnTheStartPage()
+{
+    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_Start"));
+    QVERIFY(m_window->isVisible());
+}
+
+void TestNavigationFlow::videoButtonOpensTheAddressPage()
+{
+    QTest::mouseClick(widget<QPushButton>("pushButton_Video"), Qt::LeftButton);
+    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_URL"));
+    QCOMPARE(m_window->focusWidget(), widget<QLineEdit>("editURL"));
+}
+
+void TestNavigationFlow::backFromAddressPageReturnsToStart()
+{
+    QTest::mouseClick(widget<QPushButton>("pushButton_Video"), Qt::LeftButton);
+    QTest::keyClicks(widget<QLineEdit>("editURL"), QStringLiteral("kept text"));
+    QTest::mouseClick(widget<QPushButton>("btn_Back_from_Process"), Qt::LeftButton);
+    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_Start"));
+    QTest::mouseClick(widget<QPushButton>("pushButton_Video"), Qt::LeftButton);
+    QCOMPARE(widget<QLineEdit>("editURL")->text(), QStringLiteral("kept text"));
+}
+
+void TestNavigationFlow::refusedAddressChangesNothing()
+{
+    ModalCatcher catcher;
+    QSignalSpy metadataRequests(m_window.get(), &Navigation::requestMetadata);
+    enterAddress(QStringLiteral("https://vimeo.com/12345"));
+    QVERIFY(catcher.waitForBoxes(1));
+    const ModalCatcher::Box box = catcher.boxes().first();
+    QCOMPARE(box.title, QStringLiteral("WARNING"));
+    QCOMPARE(box.text, QStringLiteral("WARNING: You must provide at least some valid YouTube URL to proceed"));
+    QCOMPARE(box.icon, QMessageBox::Warning);
+    QCOMPARE(box.buttons, QList<QMessageBox::StandardButton>{QMessageBox::Ok});
+    QVERIFY(box.hasParent);
+    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_URL"));
+    QCOMPARE(widget<QLineEdit>("editURL")->text(), QStringLiteral("https://vimeo.com/12345"));
+    QCOMPARE(widget<QLabel>("labelTitle")->text(), QStringLiteral("title"));
+    QCOMPARE(widget<QLabel>("labelTime")->text(), QStringLiteral("00:00:00"));
+    QCOMPARE(metadataRequests.size(), 0);
+
+    // The Process button refuses the same way.
+    QTest::mouseClick(widget<QPushButton>("pushButton_Process"), Qt::LeftButton);
+    QVERIFY(catcher.waitForBoxes(2));
+    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_URL"));
+}
+
+void TestNavigationFlow::acceptedAddressShowsBusyFormatsPage()
+{
+    useScenario(FakeTool::Kind::metadata(), hanging());
+    QSignalSpy metadataRequests(m_window.get(), &Navigation::requestMetadata);
+    enterAddress(QStringLiteral("https://youtu.be/abc"));
+    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_Formats"));
+    QCOMPARE(widget<QLabel>("labelTitle")->text(), QStringLiteral("Title"));
+    QCOMPARE(widget<QLabel>("labelTime")->text(), QStringLiteral("00:00:00"));
+    auto *bar = widget<QProgressBar>("progressBar");
+    QVERIFY(bar->isVisible());
+    QCOMPARE(bar->maximum(), 0);
+    QCOMPARE(widget<QTableView>("tableView")->model(), nullptr);
+    QCOMPARE(m_window->focusWidget(), widget<QPushButton>("btn_Back_from_Formats"));
+    // Enter asks once and does not also press a button of the dialog.
+    QCOMPARE(metadataRequests.size(), 1);
+    QTest::qWait(100);
+    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_Formats"));
+    QTRY_COMPARE(FakeTool::readRecord(m_recordFile).size(), 1);
+}
+
+void TestNavigationFlow::wholeWalkFromAddressToDownloadedFile()
+{
+    Behaviour download;
+    download.stdoutChunks = {QStringLiteral("[download] Destination: x.mp4\n[download]   3.0% of 10.00MiB"),
+                             QStringLiteral("\r[download]  45.3% of 10.00MiB"), QStringLiteral("\r[download] 100% of 10.00MiB in 00:00:01\n")};
+    download.pauseMs = 200;
+    download.writeOutputFile = true;
+    useScenario(FakeTool::Kind::download(), download);
+    reachFormats();
+
+    QCOMPARE(widget<QLabel>("labelTitle")->text(), QStringLiteral("Kestrel Test Clip p"));
+    QCOMPARE(widget<QLabel>("labelTime")->text(), QStringLiteral("| 3:05"));
+    QVERIFY(!widget<QProgressBar>("progressBar")->isVisible());
+    auto *table = widget<QTableView>("tableView");
+    QVERIFY(table->model());
+    QCOMPARE(table->model()->rowCount(), 4);
+    QCOMPARE(table->model()->index(0, 1).data().toUInt(), 137u);
+
+    QSignalSpy video(&KestrelDownloader::shared(), &KestrelDownloader::haveVideo);
+    QSignalSpy percent(&KestrelDownloader::shared(), &KestrelDownloader::percent);
+    pickRow(0);
+    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_Download"));
+    QVERIFY(widget<QLabel>("label_DL")->isVisible());
+    QVERIFY(widget<QPushButton>("btnCancel")->isVisible());
+    QVERIFY(widget<QLabel>("label_TitleDownload")->isVisible());
+    QCOMPARE(widget<QLabel>("label_TitleDownload")->text(), QStringLiteral("Kestrel Test Clip p"));
+    for (const char *hidden : {"btn_Back_Last", "label_DL_OK", "btnStartOver", "btnOpenFolder"})
+        QVERIFY2(!widget<QWidget>(hidden)->isVisible(), hidden);
+    auto *bar = widget<QProgressBar>("progressBarDL");
+    QVERIFY(bar->isVisible());
+    QCOMPARE(bar->maximum(), 0);
+
+    QVERIFY(percent.wait());
+    QCOMPARE(bar->maximum(), 100);
+    QCOMPARE(bar->value(), 3);
+    QVERIFY(video.wait());
+    QCOMPARE(percent.size(), 3);
+
+    for (const char *shown : {"label_DL_OK", "btnStartOver", "btn_Back_Last", "btnOpenFolder"})
+        QVERIFY2(widget<QWidget>(shown)->isVisible(), shown);
+    for (const char *hidden : {"btnCancel", "progressBarDL", "label_TitleDownload", "label_DL"})
+        QVERIFY2(!widget<QWidget>(hidden)->isVisible(), hidden);
+    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_Download"));
+    QVERIFY(QFile::exists(outputFolder() + QStringLiteral("/abc.mp4")));
+
+    const QList<FakeTool::Invocation> runs = FakeTool::readRecord(m_recordFile);
+    QCOMPARE(runs.last().kind, FakeTool::Kind::download());
+    QVERIFY(runs.last().arguments.contains(QStringLiteral("137+bestaudio[ext=m4a]/137+bestaudio/best[ext=mp4]/best[ext=mkv]")));
+
+    QTest::mouseClick(widget<QPushButton>("btnStartOver"), Qt::LeftButton);
+    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_Start"));
+    QTest::mouseClick(widget<QPushButton>("pushButton_Video"), Qt::LeftButton);
+    QCOMPARE(widget<QLineEdit>("editURL")->text(), QStringLiteral("https://www.youtube.com/watch?v=abc"));
+}
+
+void TestNavigationFlow::pickingAnyColumnPicksTheRow_data()
+{
+    QTest::addColumn<int>("column");
+    QTest::newRow("type icon") << 0;
+    QTest::newRow("resolution") << 2;
+    QTest::newRow("size") << 3;
+    QTest::newRow("download icon") << 4;
+}
+
+void TestNavigationFlow::pickingAnyColumnPicksTheRow()
+{
+    QFETCH(int, column);
+    useScenario(FakeTool::Kind::download(), hanging());
+    reachFormats();
+    QSignalSpy requests(m_window.get(), &Navigation::requestVideo);
+    pickRow(1, column);
+    QCOMPARE(requests.size(), 1);
+    QCOMPARE(requests.first().first().toUInt(), 248u);
+}
+
+void TestNavigationFlow::doubleClickStartsOneDownload()
+{
+    useScenario(FakeTool::Kind::download(), hanging());
+    reachFormats();
+    QSignalSpy requests(m_window.get(), &Navigation::requestVideo);
+    auto *table = widget<QTableView>("tableView");
+    const QRect cell = table->visualRect(table->model()->index(2, 2));
+    // A real double click: the first click picks, the second arrives while
+    // the download page is shown.
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, cell.center());
+    QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, cell.center());
+    QCOMPARE(requests.size(), 1);
+    QCOMPARE(requests.first().first().toUInt(), 22u);
+}
+
+void TestNavigationFlow::progressDisplay()
+{
+    useScenario(FakeTool::Kind::download(), hanging());
+    reachFormats();
+    pickRow(0);
+    KestrelDownloader &driver = KestrelDownloader::shared();
+    auto *bar = widget<QProgressBar>("progressBarDL");
+    emit driver.percent(45);
+    QCOMPARE(bar->maximum(), 100);
+    QCOMPARE(bar->value(), 45);
+    emit driver.percent(99);
+    QCOMPARE(bar->maximum(), 100);
+    QCOMPARE(bar->value(), 99);
+    emit driver.percent(100);
+    QCOMPARE(bar->maximum(), 0);
+    QCOMPARE(bar->value(), 0);
+    emit driver.percent(0);
+    QCOMPARE(bar->maximum(), 100);
+    QCOMPARE(bar->value(), 0);
+    emit driver.percent(250);
+    QCOMPARE(bar->maximum(), 0);
+    // While the download runs, the only way off the page is Cancel.
+    QVERIFY(!widget<QPushButton>("btn_Back_Last")->isVisible());
+    QVERIFY(!widget<QPushButton>("btnStartOver")->isVisible());
+}
+
+void TestNavigationFlow::cancelDuringDownloadReturnsToFormats()
+{
+    useScenario(FakeTool::Kind::download(), hanging());
+    reachFormats();
+    pickRow(0);
+    QTRY_COMPARE(FakeTool::readRecord(m_recordFile).last().kind, FakeTool::Kind::download());
+    const qint64 pid = FakeTool::readRecord(m_recordFile).last().pid;
+
+    ModalCatcher catcher;
+    QSignalSpy failure(&KestrelDownloader::shared(), &KestrelDownloader::somethingWrong);
+    QTest::mouseClick(widget<QPushButton>("btnCancel"), Qt::LeftButton);
+    QVERIFY(failure.wait());
+    QCOMPARE(failure.first().first().value<KestrelDownloader::errorType>(), KestrelDownloader::downloadCancelled);
+    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_Formats"));
+    QCOMPARE(catcher.boxes().size(), 0);
+    QVERIFY(pid > 0);
+}
+
+void TestNavigationFlow::backFromFormatsKillsTheTool()
+{
+    useScenario(FakeTool::Kind::metadata(), hanging());
+    enterAddress(QStringLiteral("https://youtu.be/abc"));
+    QTRY_COMPARE(FakeTool::readRecord(m_recordFile).size(), 1);
+
+    // Ended without the cancel mark, the metadata run counts as crashed.
+    ModalCatcher catcher;
+    QTest::mouseClick(widget<QPushButton>("btn_Back_from_Formats"), Qt::LeftButton);
+    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_URL"));
+    QVERIFY(catcher.waitForBoxes(1));
+    QCOMPARE(catcher.boxes().first().text, QStringLiteral("<h3>ERROR:</h3>crash exit on metadata request<hr><i>Code: #0x48</i>"));
+    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_URL"));
+}
+
+void TestNavigationFlow::backFromDownloadKeepsTheTable()
+{
+    reachFormats();
+    auto *table = widget<QTableView>("tableView");
+    QAbstractItemModel *model = table->model();
+    QSignalSpy video(&KestrelDownloader::shared(), &KestrelDownloader::haveVideo);
+    pickRow(0);
+    QVERIFY(video.wait());
+    QTest::mouseClick(widget<QPushButton>("btn_Back_Last"), Qt::LeftButton);
+    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_Formats"));
+    QCOMPARE(table->model(), model);
+    QCOMPARE(model->rowCount(), 4);
+}
+
+void TestNavigationFlow::processEmptiesThePreviousTable()
+{
+    reachFormats();
+    QTest::mouseClick(widget<QPushButton>("btn_Back_from_Formats"), Qt::LeftButton);
+    useScenario(FakeTool::Kind::metadata(), hanging());
+    QTest::keyClick(widget<QLineEdit>("editURL"), Qt::Key_Return);
+    QCOMPARE(widget<QTableView>("tableView")->model(), nullptr);
+}
+
+void TestNavigationFlow::titleAndDuration_data()
+{
+    QTest::addColumn<QString>("output");
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QString>("duration");
+    QTest::newRow("accents, digits, double blank") << QStringLiteral("Héllo  wörld 2024!\n1:02:03\n") << QStringLiteral("Hllo wrld !")
+                                                   << QStringLiteral("| 1:02:03");
+    QTest::newRow("non-Latin only") << QStringLiteral("日本語のタイトル\n5:07\n") << QString() << QStringLiteral("| 5:07");
+    QTest::newRow("marks kept") << QStringLiteral("Why? Yes, no: ok. Go!\n0:42\n") << QStringLiteral("Why? Yes, no: ok. Go!")
+                                << QStringLiteral("| 42 sec.");
+    QTest::newRow("zero") << QStringLiteral("Title\n0\n") << QStringLiteral("Title") << QStringLiteral("| 0 sec.");
+    QTest::newRow("hours with minutes under ten") << QStringLiteral("Title\n10:00:09\n") << QStringLiteral("Title")
+                                                  << QStringLiteral("| 10:00:09");
+    QTest::newRow("windows-hostile") << QStringLiteral("a/b\\\\c:d*e?f\"g<h>i|j\n1:00\n") << QStringLiteral("abc:de?fghij")
+                                     << QStringLiteral("| 1:00");
+}
+
+void TestNavigationFlow::titleAndDuration()
+{
+    QFETCH(QString, output);
+    QFETCH(QString, title);
+    QFETCH(QString, duration);
+    useScenario(FakeTool::Kind::metadata(), printing(output));
+    useScenario(FakeTool::Kind::formats(), hanging());
+    QSignalSpy metadata(&KestrelDownloader::shared(), &KestrelDownloader::haveMetadata);
+    enterAddress(QStringLiteral("https://youtu.be/abc"));
+    QVERIFY(metadata.wait());
+    QCOMPARE(widget<QLabel>("labelTitle")->text(), title);
+    QCOMPARE(widget<QLabel>("labelTime")->text(), duration);
+}
+
+void TestNavigationFlow::failureReport_data()
+{
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QString>("message");
+    QTest::addColumn<QString>("page");
+    QTest::newRow("69") << 69 << QStringLiteral("Cannot request metadata") << QString();
+    QTest::newRow("70") << 70 << QStringLiteral("Cannot request metadata") << QString();
+    QTest::newRow("71 silent") << 71 << QString() << QStringLiteral("page_URL");
+    QTest::newRow("72") << 72 << QStringLiteral("crash exit on metadata request") << QString();
+    QTest::newRow("73 silent") << 73 << QString() << QStringLiteral("page_URL");
+    QTest::newRow("74") << 74 << QStringLiteral("crash exit on formats request") << QString();
+    QTest::newRow("85 silent") << 85 << QString() << QStringLiteral("page_Formats");
+    QTest::newRow("86") << 86 << QStringLiteral("crash exit at downloading process") << QString();
+    QTest::newRow("101") << 101 << QStringLiteral("format count error") << QString();
+    QTest::newRow("102") << 102 << QStringLiteral("cannot start the downloader tool") << QString();
+    QTest::newRow("0") << 0 << QStringLiteral("indefinite") << QString();
+    QTest::newRow("200") << 200 << QStringLiteral("indefinite") << QString();
+    QTest::newRow("87, inside the reserved range") << 87 << QStringLiteral("indefinite") << QString();
+}
+
+void TestNavigationFlow::failureReport()
+{
+    QFETCH(int, code);
+    QFETCH(QString, message);
+    QFETCH(QString, page);
+    useScenario(FakeTool::Kind::metadata(), hanging());
+    enterAddress(QStringLiteral("https://youtu.be/abc"));
+    auto *bar = widget<QProgressBar>("progressBar");
+    QVERIFY(bar->isVisible());
+    // The failure arrives while the user is on the download page, so a page
+    // change is visible.
+    widget<QStackedWidget>("stackedWidget")->setCurrentWidget(widget<QWidget>("page_Download"));
+
+    ModalCatcher catcher;
+    m_window->whenSomethingWrong(KestrelDownloader::errorType(code));
+    QVERIFY(!bar->isVisibleTo(widget<QWidget>("page_Formats")));
+    if (message.isEmpty()) {
+        QCOMPARE(catcher.boxes().size(), 0);
+        QCOMPARE(currentPage()->objectName(), page);
+        return;
+    }
+    QCOMPARE(catcher.boxes().size(), 1);
+    const ModalCatcher::Box box = catcher.boxes().first();
+    QCOMPARE(box.title, QStringLiteral("ERROR"));
+    QCOMPARE(box.icon, QMessageBox::Critical);
+    QCOMPARE(box.textFormat, Qt::RichText);
+    QCOMPARE(box.buttons, QList<QMessageBox::StandardButton>{QMessageBox::Ok});
+    QCOMPARE(box.text, QStringLiteral("<h3>ERROR:</h3>%1<hr><i>Code: #0x%2</i>").arg(message, QString::number(code, 16)));
+    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_Download"));
+}
+
+void TestNavigationFlow::cancellingTheFormatListShowsCrashBox()
+{
+    useScenario(FakeTool::Kind::metadata(), printing(QStringLiteral("Title\n1\n")));
+    useScenario(FakeTool::Kind::formats(), hanging());
+    enterAddress(QStringLiteral("https://youtu.be/abc"));
+    QTRY_COMPARE(FakeTool::readRecord(m_recordFile).size(), 2);
+    ModalCatcher catcher;
+    KestrelDownloader::shared().terminateTool(false);
+    QVERIFY(catcher.waitForBoxes(1));
+    QVERIFY(catcher.boxes().first().text.endsWith(QStringLiteral("<i>Code: #0x4a</i>")));
+    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_Formats"));
+}
+
+void TestNavigationFlow::toolThatCannotStartIsReported()
+{
+    const QString tool = dataFolder() + QStringLiteral("/kestreldl2");
+    QVERIFY(QFile::rename(tool, tool + QStringLiteral(".away")));
+    ModalCatcher catcher;
+    enterAddress(QStringLiteral("https://youtu.be/abc"));
+    const bool reported = catcher.waitForBoxes(1);
+    QVERIFY(QFile::rename(tool + QStringLiteral(".away"), tool));
+    QVERIFY(reported);
+    QCOMPARE(catcher.boxes().first().text,
+             QStringLiteral("<h3>ERROR:</h3>cannot start the downloader tool<hr><i>Code: #0x66</i>"));
+    QVERIFY(!widget<QProgressBar>("progressBar")->isVisible());
+}
+
+void TestNavigationFlow::formatsPageDressing()
+{
+    reachFormats();
+    auto *table = widget<QTableView>("tableView");
+    QVERIFY(qobject_cast<FormatTableModel *>(table->model()));
+    QCOMPARE(table->model()->parent(), table);
+    QHeaderView *header = table->horizontalHeader();
+    QCOMPARE(header->sectionResizeMode(0), QHeaderView::ResizeToContents);
+    QCOMPARE(header->sectionResizeMode(1), QHeaderView::Interactive);
+    QCOMPARE(header->sectionResizeMode(2), QHeaderView::Stretch);
+    QCOMPARE(header->sectionResizeMode(3), QHeaderView::ResizeToContents);
+    QCOMPARE(header->sectionResizeMode(4), QHeaderView::ResizeToContents);
+    QCOMPARE(table->verticalHeader()->sectionResizeMode(0), QHeaderView::ResizeToContents);
+    QVERIFY(table->isColumnHidden(1));
+    QVERIFY(table->isSortingEnabled());
+    QCOMPARE(header->sortIndicatorSection(), 2);
+    QCOMPARE(header->sortIndicatorOrder(), Qt::AscendingOrder);
+    QCOMPARE(table->selectionBehavior(), QAbstractItemView::SelectRows);
+    QCOMPARE(table->selectionMode(), QAbstractItemView::SingleSelection);
+    QCOMPARE(table->horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
+    QCOMPARE(table->verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
+    const QString expectedStyle = QStringLiteral("\n"
+                                                 "        QTableView { font-size: 14px; }\n"
+                                                 "        QTableView::item { border: none; }\n"
+                                                 "        QTableView::item:selected {\n"
+                                                 "            background-color: #D3D3D3;\n"
+                                                 "            color: black;\n"
+                                                 "        }");
+    QCOMPARE(table->styleSheet(), expectedStyle);
+    QCOMPARE(expectedStyle.size(), 194 - 2 + 2);
+    // The model's view order stays: the sort mark on "Resolution" reorders nothing.
+    QCOMPARE(table->model()->index(0, 1).data().toUInt(), 137u);
+    QCOMPARE(table->model()->index(3, 1).data().toUInt(), 18u);
+}
+
+void TestNavigationFlow::emptyListShowsEmptyTable()
+{
+    reachFormats(QStringLiteral("[info] Available formats for abc:\nnothing usable here\n"));
+    auto *table = widget<QTableView>("tableView");
+    QCOMPARE(table->model()->rowCount(), 0);
+    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_Formats"));
+}
+
+void TestNavigationFlow::handlersDoNotPileUp()
+{
+    reachFormats();
+    QTest::mouseClick(widget<QPushButton>("btn_Back_from_Formats"), Qt::LeftButton);
+    QSignalSpy formats(&KestrelDownloader::shared(), &KestrelDownloader::haveFormats);
+    QTest::keyClick(widget<QLineEdit>("editURL"), Qt::Key_Return);
+    QVERIFY(formats.wait());
+    auto *table = widget<QTableView>("tableView");
+    QCOMPARE(ConnectionCounter::count(table, SIGNAL(clicked(QModelIndex))), 1);
+    QCOMPARE(ConnectionCounter::count(table, SIGNAL(doubleClicked(QModelIndex))), 1);
+    QCOMPARE(table->findChildren<FormatTableModel *>().size(), 2);
+}
+
+void TestNavigationFlow::rowFitRule_data()
+{
+    QTest::addColumn<int>("viewport");
+    QTest::addColumn<int>("row");
+    QTest::addColumn<int>("firstHidden");
+    QTest::newRow("230 over 30: 7.67 rounds up") << 230 << 30 << 8;
+    QTest::newRow("215 over 30: 7.17 rounds down") << 215 << 30 << 7;
+    QTest::newRow("exactly 0.3 rounds down") << 99 << 30 << 3;
+    QTest::newRow("whole rows") << 240 << 30 << 8;
+    QTest::newRow("no room") << 0 << 30 << 0;
+}
+
+void TestNavigationFlow::rowFitRule()
+{
+    QFETCH(int, viewport);
+    QFETCH(int, row);
+    QFETCH(int, firstHidden);
+    QCOMPARE(firstHiddenRow(viewport, row), std::optional<int>(firstHidden));
+    QCOMPARE(firstHiddenRow(viewport, 0), std::nullopt);
+}
+
+void TestNavigationFlow::rowsThatDoNotFitAreHidden()
+{
+    QString many = QStringLiteral("ID EXT RESOLUTION | SIZE\n---\n");
+    for (int id = 1; id <= 11; ++id)
+        many += QStringLiteral("%1 mp4 %2x%2 | %3.00MiB\n").arg(id).arg(id * 100).arg(id * 10);
+    reachFormats(many);
+    auto *table = widget<QTableView>("tableView");
+    const int viewport = table->viewport()->rect().height();
+    const int rowHeight = table->verticalHeader()->sectionSize(0);
+    QVERIFY(rowHeight > 0);
+    const int firstHidden = *firstHiddenRow(viewport, rowHeight);
+    QVERIFY2(firstHidden < 11, qPrintable(QStringLiteral("%1 / %2").arg(viewport).arg(rowHeight)));
+    for (int row = 0; row < 11; ++row)
+        QCOMPARE(table->isRowHidden(row), row >= firstHidden);
+}
+
+void TestNavigationFlow::openFolderAndSiteButtons()
+{
+    OpenedUrls opened;
+    QDesktopServices::setUrlHandler(QStringLiteral("file"), &opened, "open");
+    QDesktopServices::setUrlHandler(QStringLiteral("https"), &opened, "open");
+    reachFormats();
+    QSignalSpy video(&KestrelDownloader::shared(), &KestrelDownloader::haveVideo);
+    pickRow(0);
+    QVERIFY(video.wait());
+    QTest::mouseClick(widget<QPushButton>("btnOpenFolder"), Qt::LeftButton);
+    QTest::mouseClick(widget<QPushButton>("btnStartOver"), Qt::LeftButton);
+    QTest::mouseClick(widget<QPushButton>("pushButton_Site"), Qt::LeftButton);
+    QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+    QDesktopServices::unsetUrlHandler(QStringLiteral("https"));
+    QCOMPARE(opened.urls.size(), 2);
+    QCOMPARE(opened.urls.at(0), QUrl::fromLocalFile(outputFolder()));
+    QCOMPARE(opened.urls.at(1).scheme(), QStringLiteral("https"));
+}
+
+void TestNavigationFlow::pageSizes_data()
+{
+    QTest::addColumn<unsigned int>("scale");
+    QTest::addColumn<QString>("page");
+    QTest::addColumn<QSize>("window");
+    QTest::addColumn<QStringList>("buttons");
+    QTest::addColumn<QList<QSize>>("sizes");
+    const QStringList start{QStringLiteral("pushButton_Video"), QStringLiteral("pushButton_Site")};
+    const QStringList address{QStringLiteral("btn_Back_from_Process"), QStringLiteral("pushButton_Process")};
+    const QStringList formats{QStringLiteral("btn_Back_from_Formats")};
+    const QStringList download{QStringLiteral("btn_Back_Last")};
+    QTest::newRow("100 start") << 100u << QStringLiteral("page_Start") << QSize(384, 128) << start
+                               << QList<QSize>{{280, 71}, {84, 72}};
+    QTest::newRow("100 address") << 100u << QStringLiteral("page_URL") << QSize(384, 128) << address
+                                 << QList<QSize>{{62, 26}, {153, 43}};
+    QTest::newRow("100 formats") << 100u << QStringLiteral("page_Formats") << QSize(384, 256) << formats << QList<QSize>{{20, 20}};
+    QTest::newRow("100 download") << 100u << QStringLiteral("page_Download") << QSize(384, 144) << download << QList<QSize>{{20, 20}};
+    QTest::newRow("100 busy") << 100u << QStringLiteral("pageEmpty") << QSize(384, 128) << QStringList() << QList<QSize>();
+    QTest::newRow("125 start") << 125u << QStringLiteral("page_Start") << QSize(480, 160) << start
+                               << QList<QSize>{{350, 89}, {105, 90}};
+    QTest::newRow("125 address") << 125u << QStringLiteral("page_URL") << QSize(480, 160) << address
+                                 << QList<QSize>{{77, 33}, {192, 53}};
+    QTest::newRow("125 formats") << 125u << QStringLiteral("page_Formats") << QSize(480, 320) << formats << QList<QSize>{{25, 25}};
+    QTest::newRow("125 download") << 125u << QStringLiteral("page_Download") << QSize(480, 180) << download << QList<QSize>{{25, 25}};
+    QTest::newRow("140 start") << 140u << QStringLiteral("page_Start") << QSize(537, 179) << start
+                               << QList<QSize>{{392, 99}, {118, 100}};
+    QTest::newRow("140 address") << 140u << QStringLiteral("page_URL") << QSize(537, 179) << address
+                                 << QList<QSize>{{87, 37}, {215, 60}};
+    QTest::newRow("140 formats") << 140u << QStringLiteral("page_Formats") << QSize(537, 359) << formats << QList<QSize>{{28, 28}};
+    QTest::newRow("140 download") << 140u << QStringLiteral("page_Download") << QSize(537, 201) << download << QList<QSize>{{28, 28}};
+    QTest::newRow("140 busy") << 140u << QStringLiteral("pageEmpty") << QSize(537, 179) << QStringList() << QList<QSize>();
+}
+
+void TestNavigationFlow::pageSizes()
+{
+    QFETCH(unsigned int, scale);
+    QFETCH(QString, page);
+    QFETCH(QSize, window);
+    QFETCH(QStringList, buttons);
+    QFETCH(QList<QSize>, sizes);
+
+    // The scale is read when the window is made.
+    VideoInfo::shared().settings().setValue(QStringLiteral("Scale/Val"), scale);
+    m_window = std::make_unique<Navigation>();
+    m_window->showMainWindow();
+    QCOMPARE(m_window->scale(), scale);
+
+    widget<QStackedWidget>("stackedWidget")->setCurrentWidget(widget<QWidget>(qPrintable(page)));
+    QCOMPARE(m_window->size(), window);
+    QCOMPARE(m_window->minimumSize(), window);
+    QCOMPARE(m_window->maximumSize(), window);
+    for (qsizetype i = 0; i < buttons.size(); ++i) {
+        auto *button = widget<QPushButton>(qPrintable(buttons.at(i)));
+        QCOMPARE(button->minimumSize(), sizes.at(i));
+        QCOMPARE(button->maximumSize(), sizes.at(i));
+        QCOMPARE(button->iconSize(), sizes.at(i));
+    }
+}
+
+KESTREL_TEST_MAIN(TestNavigationFlow)
+#include "tst_navigationflow.moc"
