@@ -15,6 +15,7 @@ fi
 scripts/build.sh -DKESTREL_BUILD_TESTS=ON >/dev/null
 home=$(mktemp -d)
 trap 'rm -rf "$home"' EXIT
+rm -rf "$out"
 HOME="$home" XDG_DATA_HOME="$home/.local/share" XDG_CONFIG_HOME="$home/.config" QT_QPA_PLATFORM=xcb \
     xvfb-run -a -s "-screen 0 1280x1024x24" build/tools/screenshots/kestrel-screenshots "$out"
 echo "Screenshots in $out"
