@@ -6,6 +6,7 @@
 #include "ui/rowfit.h"
 
 #include "logcapture.h"
+#include "menudriver.h"
 #include "modalcatcher.h"
 #include "scenario.h"
 #include "testsandbox.h"
@@ -112,6 +113,7 @@ private slots:
     void rowFitRule();
     void rowsThatDoNotFitAreHidden();
     void openFolderAndSiteButtons();
+    void menuWithoutPlugins();
     void pageSizes_data();
     void pageSizes();
 
@@ -669,6 +671,36 @@ void TestNavigationFlow::openFolderAndSiteButtons()
     QCOMPARE(opened.urls.size(), 2);
     QCOMPARE(opened.urls.at(0), QUrl::fromLocalFile(outputFolder()));
     QCOMPARE(opened.urls.at(1).scheme(), QStringLiteral("https"));
+}
+
+void TestNavigationFlow::menuWithoutPlugins()
+{
+    QCoreApplication::setApplicationVersion(QStringLiteral("2.0.023"));
+    auto *video = widget<QPushButton>("pushButton_Video");
+    {
+        MenuDriver menu;
+        QTest::mousePress(video, Qt::RightButton, {}, video->rect().center());
+        QCOMPARE(menu.checkedStates().value(QStringLiteral("Logging enabled"), true), false);
+    }
+
+    ModalCatcher boxes;
+    for (const QString &entry : {QStringLiteral("Show UUID"), QStringLiteral("Logging enabled"), QStringLiteral("Manually Update Software")}) {
+        MenuDriver menu({entry});
+        QTest::mousePress(video, Qt::RightButton, {}, video->rect().center());
+    }
+    QTest::qWait(100);
+    QCOMPARE(boxes.boxes().size(), 0);
+    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_Start"));
+
+    MenuDriver menu({QStringLiteral("About")});
+    QTest::mousePress(video, Qt::RightButton, {}, video->rect().center());
+    QVERIFY(boxes.waitForBoxes(1));
+    const ModalCatcher::Box box = boxes.boxes().first();
+    QCOMPARE(box.title, QStringLiteral("Kestrel Downloader"));
+    QCOMPARE(box.text, QStringLiteral("Kestrel Downloader version: 2.0.023"));
+    QCOMPARE(box.icon, QMessageBox::Information);
+    QCOMPARE(box.buttons, QList<QMessageBox::StandardButton>{QMessageBox::Ok});
+    QVERIFY(!box.hasParent);
 }
 
 void TestNavigationFlow::pageSizes_data()

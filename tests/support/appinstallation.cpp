@@ -43,6 +43,14 @@ void AppInstallation::addFile(const QString &name, const QByteArray &content)
         qFatal("cannot write %s", qPrintable(file.fileName()));
 }
 
+void AppInstallation::addCopyOf(const QString &source, const QString &name)
+{
+    const QString target = QDir(folder()).filePath(name);
+    QFile::remove(target);
+    if (!QFile::copy(source, target))
+        qFatal("cannot copy %s", qPrintable(source));
+}
+
 AppInstallation::Run AppInstallation::run(const TestSandbox &sandbox, const QStringList &arguments,
                                           const QStringList &fixtureActions, int timeoutMs) const
 {

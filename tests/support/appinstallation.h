@@ -35,6 +35,7 @@ public:
     // The four recording plug-ins under their own names.
     void addAllRecordingPlugins();
     void addFile(const QString &name, const QByteArray &content);
+    void addCopyOf(const QString &source, const QString &name);
 
     // Runs the application to its end.
     Run run(const TestSandbox &sandbox, const QStringList &arguments, const QStringList &fixtureActions = {},
