@@ -303,20 +303,25 @@ void KestrelDownloader::requestVideo(uint formatId)
                        [this](QProcess &) { emit haveVideo(); }});
 }
 
-void KestrelDownloader::reportProgress(QProcess &process)
+std::optional<int> KestrelDownloader::progressFromChunk(const QString &chunk)
 {
-    const QStringList lines = QString::fromUtf8(process.readAllStandardOutput()).split(QLatin1Char('\n'), Qt::KeepEmptyParts);
+    const QStringList lines = chunk.split(QLatin1Char('\n'), Qt::KeepEmptyParts);
     for (const QString &line : lines) {
         const QString simplified = line.simplified();
         if (!simplified.startsWith(QStringLiteral("[download]")) || !simplified.contains(QLatin1Char('%')))
             continue;
-        // Only the first progress line of a chunk counts.
         QString number = simplified.section(QLatin1Char('%'), 0, 0);
         number.remove(QStringLiteral("[download]"));
         const double value = number.trimmed().toDouble();
-        emit percent(value >= 99.0 ? 100 : int(value));
-        return;
+        return value >= 99.0 ? 100 : int(value);
     }
+    return std::nullopt;
+}
+
+void KestrelDownloader::reportProgress(QProcess &process)
+{
+    if (const std::optional<int> value = progressFromChunk(QString::fromUtf8(process.readAllStandardOutput())))
+        emit percent(*value);
 }
 
 void KestrelDownloader::updateBinary(bool detached)

@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 class VideoInfo;
 
@@ -59,6 +60,10 @@ public:
     // Kills every running instance of the tool. Unless quiet, the run that
     // ends next reports its cancel code.
     void terminateTool(bool quiet);
+
+    // The download progress a chunk of the tool's output reports: the first
+    // "[download] ...%" line counts; nothing when the chunk has none.
+    static std::optional<int> progressFromChunk(const QString &chunk);
 
     // Process objects still held by runs. A finished run lets go of its
     // object, which is then deleted through the event loop.

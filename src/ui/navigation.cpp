@@ -82,6 +82,20 @@ void fixButtonSize(QWidget *button, QSize size)
     button->setMaximumSize(size);
 }
 
+// The display scale kept in the settings, 100 when there is none. A value
+// that is not a sensible percentage (a damaged file, a hand edit) would
+// shrink the window to nothing or blow it up; it is ignored.
+unsigned int storedScale()
+{
+    const QVariant stored = VideoInfo::shared().settings().value(Settings::scaleKey(), 100);
+    bool isNumber = false;
+    const unsigned int value = stored.toUInt(&isNumber);
+    if (isNumber && value >= 25 && value <= 400)
+        return value;
+    LOG_WARNING("unsigned int storedScale()") << "ignoring display scale" << stored.toString();
+    return 100;
+}
+
 } // namespace
 
 Navigation::Navigation(QWidget *parent)
@@ -92,7 +106,7 @@ Navigation::Navigation(QWidget *parent)
     ui->setupUi(this);
     applyFormFontWeights();
 
-    scaleValue = VideoInfo::shared().settings().value(Settings::scaleKey(), 100).toUInt();
+    scaleValue = storedScale();
     activateMenuActions();
     connectWindow();
     connectDriver();

@@ -114,6 +114,8 @@ private slots:
     void rowsThatDoNotFitAreHidden();
     void openFolderAndSiteButtons();
     void menuWithoutPlugins();
+    void damagedScaleSettingIsIgnored_data();
+    void damagedScaleSettingIsIgnored();
     void pageSizes_data();
     void pageSizes();
 
@@ -701,6 +703,28 @@ void TestNavigationFlow::menuWithoutPlugins()
     QCOMPARE(box.icon, QMessageBox::Information);
     QCOMPARE(box.buttons, QList<QMessageBox::StandardButton>{QMessageBox::Ok});
     QVERIFY(!box.hasParent);
+}
+
+void TestNavigationFlow::damagedScaleSettingIsIgnored_data()
+{
+    QTest::addColumn<QVariant>("stored");
+    QTest::newRow("text") << QVariant(QStringLiteral("abc"));
+    QTest::newRow("zero") << QVariant(0);
+    QTest::newRow("negative") << QVariant(-130);
+    QTest::newRow("huge") << QVariant(100000);
+    QTest::newRow("binary") << QVariant(QStringLiteral("\x01\x02\xff"));
+}
+
+void TestNavigationFlow::damagedScaleSettingIsIgnored()
+{
+    QFETCH(QVariant, stored);
+    VideoInfo::shared().settings().setValue(QStringLiteral("Scale/Val"), stored);
+    LogCapture log;
+    m_window = std::make_unique<Navigation>();
+    m_window->showMainWindow();
+    QCOMPARE(m_window->scale(), 100u);
+    QCOMPARE(m_window->size(), QSize(384, 128));
+    QCOMPARE(log.matching(QStringLiteral("WARNING: ignoring display scale")).size(), 1);
 }
 
 void TestNavigationFlow::pageSizes_data()

@@ -108,6 +108,8 @@ private slots:
     void downloadWithFailingExitCodeIsSuccess();
     void progress_data();
     void progress();
+    void progressFromChunk_data();
+    void progressFromChunk();
 
     void cancelAndCrashCodes_data();
     void cancelAndCrashCodes();
@@ -601,6 +603,29 @@ void TestKestrelDownloader::progress()
     for (const QList<QVariant> &arguments : std::as_const(percent))
         reported << arguments.first().toInt();
     QCOMPARE(reported, expected);
+}
+
+void TestKestrelDownloader::progressFromChunk_data()
+{
+    QTest::addColumn<QString>("chunk");
+    QTest::addColumn<int>("expected"); // -1: no report
+    QTest::newRow("plain") << QStringLiteral("[download]  45.3% of 10.00MiB") << 45;
+    QTest::newRow("merging has no progress") << QStringLiteral("[Merger] Merging formats into \"a.mp4\"") << -1;
+    QTest::newRow("empty") << QString() << -1;
+    QTest::newRow("only a percent sign") << QStringLiteral("%") << -1;
+    QTest::newRow("number with garbage") << QStringLiteral("[download] 1e3% of x") << 100;
+    QTest::newRow("negative") << QStringLiteral("[download] -5% of x") << -5;
+    QTest::newRow("replacement characters") << QStringLiteral("[download] \uFFFD\uFFFD% of x") << 0;
+}
+
+void TestKestrelDownloader::progressFromChunk()
+{
+    QFETCH(QString, chunk);
+    QFETCH(int, expected);
+    const std::optional<int> value = KestrelDownloader::progressFromChunk(chunk);
+    QCOMPARE(value.has_value(), expected != -1);
+    if (value)
+        QCOMPARE(*value, expected);
 }
 
 void TestKestrelDownloader::cancelAndCrashCodes_data()
