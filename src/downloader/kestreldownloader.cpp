@@ -114,11 +114,9 @@ KestrelDownloader::SharedProcess KestrelDownloader::createProcess(const QStringL
 {
     // Released through the event loop: the last owner may be the process's own
     // signal handler.
-    SharedProcess process(new QProcess, [](QProcess *finished) {
-        --liveProcessObjects;
-        finished->deleteLater();
-    });
+    SharedProcess process(new QProcess, [](QProcess *finished) { finished->deleteLater(); });
     ++liveProcessObjects;
+    connect(process.get(), &QObject::destroyed, process.get(), [] { --liveProcessObjects; });
     process->setArguments(arguments);
     process->setWorkingDirectory(dataFolder());
     process->setProgram(toolPath());

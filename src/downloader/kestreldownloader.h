@@ -65,8 +65,8 @@ public:
     // "[download] ...%" line counts; nothing when the chunk has none.
     static std::optional<int> progressFromChunk(const QString &chunk);
 
-    // Process objects still held by runs. A finished run lets go of its
-    // object, which is then deleted through the event loop.
+    // Process objects of runs that still exist. A finished run lets go of
+    // its object, which is then deleted through the event loop.
     static int processObjectCount();
 
     // The formats offered for the current video, and their display order.

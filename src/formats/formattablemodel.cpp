@@ -6,12 +6,23 @@ namespace {
 
 constexpr int sizeAlignment = Qt::AlignRight | Qt::AlignVCenter;
 
+// Every format list gets a model of its own and the earlier ones are kept, so
+// the icons are loaded once and shared: a copy of a QIcon shares its images.
+const QIcon &sharedIcon(const QString &resource)
+{
+    static QHash<QString, QIcon> icons;
+    auto found = icons.find(resource);
+    if (found == icons.end())
+        found = icons.insert(resource, QIcon(resource));
+    return *found;
+}
+
 } // namespace
 
 FormatTableModel::FormatTableModel(QObject *parent)
     : QAbstractTableModel(parent)
-    , mediaIcon(QStringLiteral(":/img/sign_media"))
-    , downloadIcon(QStringLiteral(":/img/sign_download"))
+    , mediaIcon(sharedIcon(QStringLiteral(":/img/sign_media")))
+    , downloadIcon(sharedIcon(QStringLiteral(":/img/sign_download")))
 {
 }
 

@@ -16,6 +16,7 @@
 #include <QCommandLineParser>
 #include <QDesktopServices>
 #include <QHeaderView>
+#include <QItemSelectionModel>
 #include <QMenu>
 #include <QMessageBox>
 #include <QMouseEvent>
@@ -67,6 +68,23 @@ QString failureMessage(KestrelDownloader::errorType code)
         return QStringLiteral("cannot start the downloader tool");
     default:
         return QStringLiteral("indefinite");
+    }
+}
+
+// Sets a table's model and lets go of the selection models the view and its
+// headers made for the models before: Qt keeps replaced ones as children,
+// which would add up over many lists.
+void setTableModel(QTableView *table, QAbstractItemModel *model)
+{
+    const QList<QWidget *> owners{table, table->horizontalHeader(), table->verticalHeader()};
+    QList<QItemSelectionModel *> replaced;
+    for (QWidget *owner : owners)
+        replaced << owner->findChildren<QItemSelectionModel *>(Qt::FindDirectChildrenOnly);
+    table->setModel(model);
+    for (QItemSelectionModel *selection : std::as_const(replaced)) {
+        if (selection != table->selectionModel() && selection != table->horizontalHeader()->selectionModel()
+            && selection != table->verticalHeader()->selectionModel())
+            delete selection;
     }
 }
 
@@ -232,7 +250,7 @@ void Navigation::whenCallProcess()
                              QStringLiteral("WARNING: You must provide at least some valid YouTube URL to proceed"));
         return;
     }
-    ui->tableView->setModel(nullptr);
+    setTableModel(ui->tableView, nullptr);
     ui->labelTime->setText(QStringLiteral("00:00:00"));
     ui->labelTitle->setText(QStringLiteral("Title"));
     ui->progressBar->show();
@@ -259,7 +277,7 @@ void Navigation::whenFormatsReceived()
 
     // Handlers of an earlier list must not pile up.
     ui->tableView->disconnect();
-    ui->tableView->setModel(model);
+    setTableModel(ui->tableView, model);
 
     QHeaderView *columns = ui->tableView->horizontalHeader();
     columns->setSectionResizeMode(FormatTableModel::TypeColumn, QHeaderView::ResizeToContents);
@@ -277,7 +295,11 @@ void Navigation::whenFormatsReceived()
     ui->tableView->setSelectionMode(QAbstractItemView::SingleSelection);
     ui->tableView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     ui->tableView->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    ui->tableView->setStyleSheet(tableStyleSheet.arg(int(scaleValue * 0.14)));
+    // Qt keeps some of what each setStyleSheet() call builds, so the same
+    // text is not set again for every list.
+    const QString styleSheet = tableStyleSheet.arg(int(scaleValue * 0.14));
+    if (ui->tableView->styleSheet() != styleSheet)
+        ui->tableView->setStyleSheet(styleSheet);
 
     fitRowsToView();
 
