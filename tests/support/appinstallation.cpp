@@ -54,19 +54,19 @@ void AppInstallation::addCopyOf(const QString &source, const QString &name)
 AppInstallation::Run AppInstallation::run(const TestSandbox &sandbox, const QStringList &arguments,
                                           const QStringList &fixtureActions, int timeoutMs) const
 {
-    return execute(sandbox, arguments, fixtureActions, timeoutMs, {});
+    return execute(sandbox, arguments, fixtureActions, timeoutMs, {}, 0);
 }
 
 AppInstallation::Run AppInstallation::runUntilLogged(const TestSandbox &sandbox, const QStringList &arguments,
-                                                     const QString &text, int timeoutMs) const
+                                                     const QString &text, int settleMs, int timeoutMs) const
 {
-    return execute(sandbox, arguments, {}, timeoutMs,
-                   [text](const QString &log) { return log.contains(text); });
+    return execute(
+        sandbox, arguments, {}, timeoutMs, [text](const QString &log) { return log.contains(text); }, settleMs);
 }
 
 AppInstallation::Run AppInstallation::execute(const TestSandbox &sandbox, const QStringList &arguments,
                                               const QStringList &fixtureActions, int timeoutMs,
-                                              const std::function<bool(const QString &)> &stopWhen) const
+                                              const std::function<bool(const QString &)> &stopWhen, int settleMs) const
 {
     const QString records = m_records.filePath(QStringLiteral("calls.txt"));
     QFile::remove(records);
@@ -98,8 +98,10 @@ AppInstallation::Run AppInstallation::execute(const TestSandbox &sandbox, const 
             break;
         }
         errorText += QString::fromUtf8(process.readAllStandardError());
-        if (stopWhen && stopWhen(errorText))
+        if (stopWhen && stopWhen(errorText)) {
+            result.finished = process.waitForFinished(settleMs);
             break;
+        }
     }
     if (!result.finished) {
         process.kill();

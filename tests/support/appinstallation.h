@@ -42,13 +42,14 @@ public:
             int timeoutMs = 20000) const;
 
     // Runs the application until its log holds a line with the given text,
-    // then ends it (there is no plug-in to end it by itself).
+    // lets it go on for settleMs more, then ends it (there is no plug-in to
+    // end it by itself).
     Run runUntilLogged(const TestSandbox &sandbox, const QStringList &arguments, const QString &text,
-                       int timeoutMs = 20000) const;
+                       int settleMs = 0, int timeoutMs = 20000) const;
 
 private:
     Run execute(const TestSandbox &sandbox, const QStringList &arguments, const QStringList &fixtureActions,
-                int timeoutMs, const std::function<bool(const QString &)> &stopWhen) const;
+                int timeoutMs, const std::function<bool(const QString &)> &stopWhen, int settleMs) const;
 
     QTemporaryDir m_folder;
     QTemporaryDir m_records;

@@ -729,7 +729,8 @@ void TestKestrelDownloader::downloadKillsOtherRunsQuietly()
     QVERIFY(failure.wait());
     // Killed without the cancel mark, the metadata run ends as a crash.
     QCOMPARE(failure.first().first().value<KestrelDownloader::errorType>(), KestrelDownloader::metadataCrashed);
-    QVERIFY(video.wait());
+    // The download may already be done by now.
+    QTRY_COMPARE(video.size(), 1);
     QVERIFY(!isAlive(hung));
 }
 

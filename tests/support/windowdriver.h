@@ -1,0 +1,56 @@
+#pragma once
+
+#include "scenario.h"
+#include "ui/navigation.h"
+
+#include <QString>
+#include <QWidget>
+
+#include <memory>
+
+
+// Drives the real main window the way a user does, with the fake downloader
+// tool in the sandboxed data folder playing the scenario the test sets.
+class WindowDriver
+{
+public:
+    // Places the fake tool in the data folder and points it at a scenario
+    // file in workFolder. Call once per test process, after the sandbox.
+    static void prepareTool(const QString &workFolder);
+
+    explicit WindowDriver(const QString &workFolder);
+    ~WindowDriver();
+
+    Navigation &window() const { return *m_window; }
+    QString recordFile() const { return m_recordFile; }
+
+    void play(const QString &kind, const FakeTool::Behaviour &behaviour);
+
+    template <typename Widget = QWidget>
+    Widget *find(const char *name) const
+    {
+        auto *found = m_window->findChild<Widget *>(QLatin1String(name));
+        if (!found)
+            qFatal("no widget %s", name);
+        return found;
+    }
+
+    QString currentPage() const;
+    // Types the address key by key, then Enter.
+    void enterAddress(const QString &text);
+    // Puts the address into the field as a program would (which also resets
+    // the field's undo history), then Enter.
+    void setAddress(const QString &text);
+    // Enters an address and waits for the format table; false on time-out.
+    bool reachFormats(const QString &address = QStringLiteral("https://www.youtube.com/watch?v=abc"), bool typed = true);
+    void pickRow(int row, int column = 2);
+
+    static FakeTool::Behaviour printing(const QString &text);
+    static QString sampleListing();
+
+private:
+    std::unique_ptr<Navigation> m_window;
+    FakeTool::Scenario m_scenario;
+    QString m_scenarioFile;
+    QString m_recordFile;
+};
