@@ -8,6 +8,7 @@ packages=(
     qt6-base-dev qt6-base-dev-tools libgl-dev
     fonts-dejavu-core
     yt-dlp ffmpeg
+    dpkg-dev desktop-file-utils
 )
 
 missing=()
