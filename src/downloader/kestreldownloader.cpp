@@ -251,6 +251,8 @@ void KestrelDownloader::requestFormats()
     const SharedProcess process =
         createProcess({QStringLiteral("--list-formats"), QStringLiteral("--no-warnings"), info->target});
     info->rawOutput.clear();
+    // The format run's codes are crossed on purpose: a cancelled listing
+    // reports 74, a crashed one 73.
     startRun(process, {"KestrelDownloader::requestFormats()::<lambda(int, QProcess::ExitStatus)>",
                        "Formats request::finished", false, formatsCrashed, formatsCancelled,
                        [this](QProcess &finished) {

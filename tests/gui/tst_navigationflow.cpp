@@ -10,6 +10,7 @@
 #include "modalcatcher.h"
 #include "scenario.h"
 #include "testsandbox.h"
+#include "windowdriver.h"
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -120,41 +121,29 @@ private slots:
     void pageSizes();
 
 private:
-    void useScenario(const QString &kind, const Behaviour &behaviour);
+    Navigation *window() const { return &m_driver->window(); }
     template <typename Widget>
-    Widget *widget(const char *name) const;
-    QWidget *currentPage() const;
-    void enterAddress(const QString &text);
+    Widget *widget(const char *name) const { return m_driver->find<Widget>(name); }
+    QString currentPage() const { return m_driver->currentPage(); }
+    void useScenario(const QString &kind, const Behaviour &behaviour) { m_driver->play(kind, behaviour); }
+    void enterAddress(const QString &text) { m_driver->enterAddress(text); }
+    void pickRow(int row, int column = 2) { m_driver->pickRow(row, column); }
+    QString recordFile() const { return m_driver->recordFile(); }
     void reachFormats(const QString &output = listing);
-    void pickRow(int row, int column = 2);
 
     QTemporaryDir m_work;
-    FakeTool::Scenario m_scenario;
-    QString m_scenarioFile;
-    QString m_recordFile;
-    std::unique_ptr<Navigation> m_window;
+    std::unique_ptr<WindowDriver> m_driver;
 };
 
 void TestNavigationFlow::initTestCase()
 {
-    prepareOutputDir();
-    m_scenarioFile = m_work.filePath(QStringLiteral("scenario.json"));
-    m_recordFile = m_work.filePath(QStringLiteral("record.jsonl"));
-    qputenv(FakeTool::scenarioVariable(), m_scenarioFile.toLocal8Bit());
-    QDir().mkpath(dataFolder());
-    QVERIFY(QFile::copy(FakeTool::builtToolPath(), dataFolder() + QStringLiteral("/kestreldl2")));
+    WindowDriver::prepareTool(m_work.path());
 }
 
 void TestNavigationFlow::init()
 {
-    QFile::remove(m_recordFile);
-    m_scenario = FakeTool::Scenario();
-    m_scenario.record(m_recordFile);
-    QVERIFY(m_scenario.writeTo(m_scenarioFile));
     VideoInfo::shared().settings().remove(QStringLiteral("Scale/Val"));
-    m_window = std::make_unique<Navigation>();
-    m_window->showMainWindow();
-    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+    m_driver = std::make_unique<WindowDriver>(m_work.path());
 }
 
 void TestNavigationFlow::cleanup()
@@ -165,67 +154,29 @@ void TestNavigationFlow::cleanup()
         ModalCatcher catcher;
         QTest::qWait(50);
     }
-    m_window.reset();
-    for (QWidget *window : QApplication::topLevelWidgets())
-        QVERIFY2(!window->isVisible(), qPrintable(window->objectName()));
-}
-
-void TestNavigationFlow::useScenario(const QString &kind, const Behaviour &behaviour)
-{
-    m_scenario.set(kind, behaviour);
-    QVERIFY(m_scenario.writeTo(m_scenarioFile));
-}
-
-template <typename Widget>
-Widget *TestNavigationFlow::widget(const char *name) const
-{
-    auto *found = m_window->findChild<Widget *>(QLatin1String(name));
-    if (!found)
-        qFatal("no widget %s", name);
-    return found;
-}
-
-QWidget *TestNavigationFlow::currentPage() const
-{
-    return widget<QStackedWidget>("stackedWidget")->currentWidget();
-}
-
-void TestNavigationFlow::enterAddress(const QString &text)
-{
-    QTest::mouseClick(widget<QPushButton>("pushButton_Video"), Qt::LeftButton);
-    auto *edit = widget<QLineEdit>("editURL");
-    edit->clear();
-    QTest::keyClicks(edit, text);
-    QTest::keyClick(edit, Qt::Key_Return);
+    m_driver.reset();
+    for (QWidget *topLevel : QApplication::topLevelWidgets())
+        QVERIFY2(!topLevel->isVisible(), qPrintable(topLevel->objectName()));
 }
 
 void TestNavigationFlow::reachFormats(const QString &output)
 {
     useScenario(FakeTool::Kind::metadata(), printing(QStringLiteral("Kestrel Test Clip (1080p)\n3:05\n")));
     useScenario(FakeTool::Kind::formats(), printing(output));
-    QSignalSpy formats(&KestrelDownloader::shared(), &KestrelDownloader::haveFormats);
-    enterAddress(QStringLiteral("https://www.youtube.com/watch?v=abc"));
-    QVERIFY(formats.wait());
-}
-
-void TestNavigationFlow::pickRow(int row, int column)
-{
-    auto *table = widget<QTableView>("tableView");
-    const QRect cell = table->visualRect(table->model()->index(row, column));
-    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, cell.center());
+    QVERIFY(m_driver->reachFormats());
 }
 
 void TestNavigationFlow::startsOnTheStartPage()
 {
-    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_Start"));
-    QVERIFY(m_window->isVisible());
+    QCOMPARE(currentPage(), QStringLiteral("page_Start"));
+    QVERIFY(window()->isVisible());
 }
 
 void TestNavigationFlow::videoButtonOpensTheAddressPage()
 {
     QTest::mouseClick(widget<QPushButton>("pushButton_Video"), Qt::LeftButton);
-    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_URL"));
-    QCOMPARE(m_window->focusWidget(), widget<QLineEdit>("editURL"));
+    QCOMPARE(currentPage(), QStringLiteral("page_URL"));
+    QCOMPARE(window()->focusWidget(), widget<QLineEdit>("editURL"));
 }
 
 void TestNavigationFlow::backFromAddressPageReturnsToStart()
@@ -233,7 +184,7 @@ void TestNavigationFlow::backFromAddressPageReturnsToStart()
     QTest::mouseClick(widget<QPushButton>("pushButton_Video"), Qt::LeftButton);
     QTest::keyClicks(widget<QLineEdit>("editURL"), QStringLiteral("kept text"));
     QTest::mouseClick(widget<QPushButton>("btn_Back_from_Process"), Qt::LeftButton);
-    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_Start"));
+    QCOMPARE(currentPage(), QStringLiteral("page_Start"));
     QTest::mouseClick(widget<QPushButton>("pushButton_Video"), Qt::LeftButton);
     QCOMPARE(widget<QLineEdit>("editURL")->text(), QStringLiteral("kept text"));
 }
@@ -241,7 +192,7 @@ void TestNavigationFlow::backFromAddressPageReturnsToStart()
 void TestNavigationFlow::refusedAddressChangesNothing()
 {
     ModalCatcher catcher;
-    QSignalSpy metadataRequests(m_window.get(), &Navigation::requestMetadata);
+    QSignalSpy metadataRequests(window(), &Navigation::requestMetadata);
     enterAddress(QStringLiteral("https://vimeo.com/12345"));
     QVERIFY(catcher.waitForBoxes(1));
     const ModalCatcher::Box box = catcher.boxes().first();
@@ -250,7 +201,7 @@ void TestNavigationFlow::refusedAddressChangesNothing()
     QCOMPARE(box.icon, QMessageBox::Warning);
     QCOMPARE(box.buttons, QList<QMessageBox::StandardButton>{QMessageBox::Ok});
     QVERIFY(box.hasParent);
-    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_URL"));
+    QCOMPARE(currentPage(), QStringLiteral("page_URL"));
     QCOMPARE(widget<QLineEdit>("editURL")->text(), QStringLiteral("https://vimeo.com/12345"));
     QCOMPARE(widget<QLabel>("labelTitle")->text(), QStringLiteral("title"));
     QCOMPARE(widget<QLabel>("labelTime")->text(), QStringLiteral("00:00:00"));
@@ -259,27 +210,27 @@ void TestNavigationFlow::refusedAddressChangesNothing()
     // The Process button refuses the same way.
     QTest::mouseClick(widget<QPushButton>("pushButton_Process"), Qt::LeftButton);
     QVERIFY(catcher.waitForBoxes(2));
-    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_URL"));
+    QCOMPARE(currentPage(), QStringLiteral("page_URL"));
 }
 
 void TestNavigationFlow::acceptedAddressShowsBusyFormatsPage()
 {
     useScenario(FakeTool::Kind::metadata(), hanging());
-    QSignalSpy metadataRequests(m_window.get(), &Navigation::requestMetadata);
+    QSignalSpy metadataRequests(window(), &Navigation::requestMetadata);
     enterAddress(QStringLiteral("https://youtu.be/abc"));
-    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_Formats"));
+    QCOMPARE(currentPage(), QStringLiteral("page_Formats"));
     QCOMPARE(widget<QLabel>("labelTitle")->text(), QStringLiteral("Title"));
     QCOMPARE(widget<QLabel>("labelTime")->text(), QStringLiteral("00:00:00"));
     auto *bar = widget<QProgressBar>("progressBar");
     QVERIFY(bar->isVisible());
     QCOMPARE(bar->maximum(), 0);
     QCOMPARE(widget<QTableView>("tableView")->model(), nullptr);
-    QCOMPARE(m_window->focusWidget(), widget<QPushButton>("btn_Back_from_Formats"));
+    QCOMPARE(window()->focusWidget(), widget<QPushButton>("btn_Back_from_Formats"));
     // Enter asks once and does not also press a button of the dialog.
     QCOMPARE(metadataRequests.size(), 1);
     QTest::qWait(100);
-    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_Formats"));
-    QTRY_COMPARE(FakeTool::readRecord(m_recordFile).size(), 1);
+    QCOMPARE(currentPage(), QStringLiteral("page_Formats"));
+    QTRY_COMPARE(FakeTool::readRecord(recordFile()).size(), 1);
 }
 
 void TestNavigationFlow::wholeWalkFromAddressToDownloadedFile()
@@ -303,7 +254,7 @@ void TestNavigationFlow::wholeWalkFromAddressToDownloadedFile()
     QSignalSpy video(&KestrelDownloader::shared(), &KestrelDownloader::haveVideo);
     QSignalSpy percent(&KestrelDownloader::shared(), &KestrelDownloader::percent);
     pickRow(0);
-    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_Download"));
+    QCOMPARE(currentPage(), QStringLiteral("page_Download"));
     QVERIFY(widget<QLabel>("label_DL")->isVisible());
     QVERIFY(widget<QPushButton>("btnCancel")->isVisible());
     QVERIFY(widget<QLabel>("label_TitleDownload")->isVisible());
@@ -324,15 +275,15 @@ void TestNavigationFlow::wholeWalkFromAddressToDownloadedFile()
         QVERIFY2(widget<QWidget>(shown)->isVisible(), shown);
     for (const char *hidden : {"btnCancel", "progressBarDL", "label_TitleDownload", "label_DL"})
         QVERIFY2(!widget<QWidget>(hidden)->isVisible(), hidden);
-    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_Download"));
+    QCOMPARE(currentPage(), QStringLiteral("page_Download"));
     QVERIFY(QFile::exists(outputFolder() + QStringLiteral("/abc.mp4")));
 
-    const QList<FakeTool::Invocation> runs = FakeTool::readRecord(m_recordFile);
+    const QList<FakeTool::Invocation> runs = FakeTool::readRecord(recordFile());
     QCOMPARE(runs.last().kind, FakeTool::Kind::download());
     QVERIFY(runs.last().arguments.contains(QStringLiteral("137+bestaudio[ext=m4a]/137+bestaudio/best[ext=mp4]/best[ext=mkv]")));
 
     QTest::mouseClick(widget<QPushButton>("btnStartOver"), Qt::LeftButton);
-    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_Start"));
+    QCOMPARE(currentPage(), QStringLiteral("page_Start"));
     QTest::mouseClick(widget<QPushButton>("pushButton_Video"), Qt::LeftButton);
     QCOMPARE(widget<QLineEdit>("editURL")->text(), QStringLiteral("https://www.youtube.com/watch?v=abc"));
 }
@@ -351,7 +302,7 @@ void TestNavigationFlow::pickingAnyColumnPicksTheRow()
     QFETCH(int, column);
     useScenario(FakeTool::Kind::download(), hanging());
     reachFormats();
-    QSignalSpy requests(m_window.get(), &Navigation::requestVideo);
+    QSignalSpy requests(window(), &Navigation::requestVideo);
     pickRow(1, column);
     QCOMPARE(requests.size(), 1);
     QCOMPARE(requests.first().first().toUInt(), 248u);
@@ -361,7 +312,7 @@ void TestNavigationFlow::doubleClickStartsOneDownload()
 {
     useScenario(FakeTool::Kind::download(), hanging());
     reachFormats();
-    QSignalSpy requests(m_window.get(), &Navigation::requestVideo);
+    QSignalSpy requests(window(), &Navigation::requestVideo);
     auto *table = widget<QTableView>("tableView");
     const QRect cell = table->visualRect(table->model()->index(2, 2));
     // A real double click: the first click picks, the second arrives while
@@ -403,15 +354,15 @@ void TestNavigationFlow::cancelDuringDownloadReturnsToFormats()
     useScenario(FakeTool::Kind::download(), hanging());
     reachFormats();
     pickRow(0);
-    QTRY_COMPARE(FakeTool::readRecord(m_recordFile).last().kind, FakeTool::Kind::download());
-    const qint64 pid = FakeTool::readRecord(m_recordFile).last().pid;
+    QTRY_COMPARE(FakeTool::readRecord(recordFile()).last().kind, FakeTool::Kind::download());
+    const qint64 pid = FakeTool::readRecord(recordFile()).last().pid;
 
     ModalCatcher catcher;
     QSignalSpy failure(&KestrelDownloader::shared(), &KestrelDownloader::somethingWrong);
     QTest::mouseClick(widget<QPushButton>("btnCancel"), Qt::LeftButton);
     QVERIFY(failure.wait());
     QCOMPARE(failure.first().first().value<KestrelDownloader::errorType>(), KestrelDownloader::downloadCancelled);
-    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_Formats"));
+    QCOMPARE(currentPage(), QStringLiteral("page_Formats"));
     QCOMPARE(catcher.boxes().size(), 0);
     QVERIFY(pid > 0);
 }
@@ -420,15 +371,15 @@ void TestNavigationFlow::backFromFormatsKillsTheTool()
 {
     useScenario(FakeTool::Kind::metadata(), hanging());
     enterAddress(QStringLiteral("https://youtu.be/abc"));
-    QTRY_COMPARE(FakeTool::readRecord(m_recordFile).size(), 1);
+    QTRY_COMPARE(FakeTool::readRecord(recordFile()).size(), 1);
 
     // Ended without the cancel mark, the metadata run counts as crashed.
     ModalCatcher catcher;
     QTest::mouseClick(widget<QPushButton>("btn_Back_from_Formats"), Qt::LeftButton);
-    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_URL"));
+    QCOMPARE(currentPage(), QStringLiteral("page_URL"));
     QVERIFY(catcher.waitForBoxes(1));
     QCOMPARE(catcher.boxes().first().text, QStringLiteral("<h3>ERROR:</h3>crash exit on metadata request<hr><i>Code: #0x48</i>"));
-    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_URL"));
+    QCOMPARE(currentPage(), QStringLiteral("page_URL"));
 }
 
 void TestNavigationFlow::backFromDownloadKeepsTheTable()
@@ -440,7 +391,7 @@ void TestNavigationFlow::backFromDownloadKeepsTheTable()
     pickRow(0);
     QVERIFY(video.wait());
     QTest::mouseClick(widget<QPushButton>("btn_Back_Last"), Qt::LeftButton);
-    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_Formats"));
+    QCOMPARE(currentPage(), QStringLiteral("page_Formats"));
     QCOMPARE(table->model(), model);
     QCOMPARE(model->rowCount(), 4);
 }
@@ -519,11 +470,11 @@ void TestNavigationFlow::failureReport()
     widget<QStackedWidget>("stackedWidget")->setCurrentWidget(widget<QWidget>("page_Download"));
 
     ModalCatcher catcher;
-    m_window->whenSomethingWrong(KestrelDownloader::errorType(code));
+    window()->whenSomethingWrong(KestrelDownloader::errorType(code));
     QVERIFY(!bar->isVisibleTo(widget<QWidget>("page_Formats")));
     if (message.isEmpty()) {
         QCOMPARE(catcher.boxes().size(), 0);
-        QCOMPARE(currentPage()->objectName(), page);
+        QCOMPARE(currentPage(), page);
         return;
     }
     QCOMPARE(catcher.boxes().size(), 1);
@@ -533,7 +484,7 @@ void TestNavigationFlow::failureReport()
     QCOMPARE(box.textFormat, Qt::RichText);
     QCOMPARE(box.buttons, QList<QMessageBox::StandardButton>{QMessageBox::Ok});
     QCOMPARE(box.text, QStringLiteral("<h3>ERROR:</h3>%1<hr><i>Code: #0x%2</i>").arg(message, QString::number(code, 16)));
-    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_Download"));
+    QCOMPARE(currentPage(), QStringLiteral("page_Download"));
 }
 
 void TestNavigationFlow::cancellingTheFormatListShowsCrashBox()
@@ -541,12 +492,12 @@ void TestNavigationFlow::cancellingTheFormatListShowsCrashBox()
     useScenario(FakeTool::Kind::metadata(), printing(QStringLiteral("Title\n1\n")));
     useScenario(FakeTool::Kind::formats(), hanging());
     enterAddress(QStringLiteral("https://youtu.be/abc"));
-    QTRY_COMPARE(FakeTool::readRecord(m_recordFile).size(), 2);
+    QTRY_COMPARE(FakeTool::readRecord(recordFile()).size(), 2);
     ModalCatcher catcher;
     KestrelDownloader::shared().terminateTool(false);
     QVERIFY(catcher.waitForBoxes(1));
     QVERIFY(catcher.boxes().first().text.endsWith(QStringLiteral("<i>Code: #0x4a</i>")));
-    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_Formats"));
+    QCOMPARE(currentPage(), QStringLiteral("page_Formats"));
 }
 
 void TestNavigationFlow::toolThatCannotStartIsReported()
@@ -603,7 +554,7 @@ void TestNavigationFlow::emptyListShowsEmptyTable()
     reachFormats(QStringLiteral("[info] Available formats for abc:\nnothing usable here\n"));
     auto *table = widget<QTableView>("tableView");
     QCOMPARE(table->model()->rowCount(), 0);
-    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_Formats"));
+    QCOMPARE(currentPage(), QStringLiteral("page_Formats"));
 }
 
 void TestNavigationFlow::handlersDoNotPileUp()
@@ -692,7 +643,7 @@ void TestNavigationFlow::menuWithoutPlugins()
     }
     QTest::qWait(100);
     QCOMPARE(boxes.boxes().size(), 0);
-    QCOMPARE(currentPage()->objectName(), QStringLiteral("page_Start"));
+    QCOMPARE(currentPage(), QStringLiteral("page_Start"));
 
     MenuDriver menu({QStringLiteral("About")});
     QTest::mousePress(video, Qt::RightButton, {}, video->rect().center());
@@ -720,10 +671,9 @@ void TestNavigationFlow::damagedScaleSettingIsIgnored()
     QFETCH(QVariant, stored);
     VideoInfo::shared().settings().setValue(QStringLiteral("Scale/Val"), stored);
     LogCapture log;
-    m_window = std::make_unique<Navigation>();
-    m_window->showMainWindow();
-    QCOMPARE(m_window->scale(), 100u);
-    QCOMPARE(m_window->size(), QSize(384, 128));
+    m_driver = std::make_unique<WindowDriver>(m_work.path());
+    QCOMPARE(window()->scale(), 100u);
+    QCOMPARE(window()->size(), QSize(384, 128));
     QCOMPARE(log.matching(QStringLiteral("WARNING: ignoring display scale")).size(), 1);
 }
 
@@ -731,7 +681,7 @@ void TestNavigationFlow::pageSizes_data()
 {
     QTest::addColumn<unsigned int>("scale");
     QTest::addColumn<QString>("page");
-    QTest::addColumn<QSize>("window");
+    QTest::addColumn<QSize>("windowSize");
     QTest::addColumn<QStringList>("buttons");
     QTest::addColumn<QList<QSize>>("sizes");
     const QStringList start{QStringLiteral("pushButton_Video"), QStringLiteral("pushButton_Site")};
@@ -764,20 +714,19 @@ void TestNavigationFlow::pageSizes()
 {
     QFETCH(unsigned int, scale);
     QFETCH(QString, page);
-    QFETCH(QSize, window);
+    QFETCH(QSize, windowSize);
     QFETCH(QStringList, buttons);
     QFETCH(QList<QSize>, sizes);
 
     // The scale is read when the window is made.
     VideoInfo::shared().settings().setValue(QStringLiteral("Scale/Val"), scale);
-    m_window = std::make_unique<Navigation>();
-    m_window->showMainWindow();
-    QCOMPARE(m_window->scale(), scale);
+    m_driver = std::make_unique<WindowDriver>(m_work.path());
+    QCOMPARE(window()->scale(), scale);
 
     widget<QStackedWidget>("stackedWidget")->setCurrentWidget(widget<QWidget>(qPrintable(page)));
-    QCOMPARE(m_window->size(), window);
-    QCOMPARE(m_window->minimumSize(), window);
-    QCOMPARE(m_window->maximumSize(), window);
+    QCOMPARE(window()->size(), windowSize);
+    QCOMPARE(window()->minimumSize(), windowSize);
+    QCOMPARE(window()->maximumSize(), windowSize);
     for (qsizetype i = 0; i < buttons.size(); ++i) {
         auto *button = widget<QPushButton>(qPrintable(buttons.at(i)));
         QCOMPARE(button->minimumSize(), sizes.at(i));
