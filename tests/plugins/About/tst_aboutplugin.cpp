@@ -1,5 +1,6 @@
 #include "plugins/aboutappinterface.h"
 
+#include "modalrun.h"
 #include "testsandbox.h"
 
 #include <QAbstractButton>
@@ -22,51 +23,6 @@ const QString systemText = QStringLiteral("Kestrel Downloader 2.0.023 (build 25.
                                           "Kernel: linux 6.1.0-25-amd64\n"
                                           "CPU architecture: x86_64\n"
                                           "Qt version: 6.4.2");
-
-// Calls show(), which should open a modal dialog and return once it is
-// closed; act(dialog) runs while the dialog is up. Returns whether a dialog
-// appeared and whether act() closed it; one left open is closed by force.
-struct ModalRun
-{
-    bool appeared = false;
-    bool closedByTest = false;
-};
-
-ModalRun runModal(const std::function<void()> &show, const std::function<void(QWidget *)> &act)
-{
-    ModalRun run;
-    QObject context;
-    QTimer poll;
-    QElapsedTimer clock;
-    clock.start();
-    QObject::connect(&poll, &QTimer::timeout, &context, [&] {
-        QWidget *dialog = QApplication::activeModalWidget();
-        if (!dialog) {
-            if (clock.elapsed() > 10000)
-                poll.stop();
-            return;
-        }
-        poll.stop();
-        run.appeared = true;
-        act(dialog);
-        run.closedByTest = !dialog->isVisible();
-        if (dialog->isVisible())
-            dialog->close();
-    });
-    poll.start(10);
-    show();
-    poll.stop();
-    return run;
-}
-
-QAbstractButton *buttonWithText(QWidget *dialog, const QString &text)
-{
-    for (QAbstractButton *button : dialog->findChildren<QAbstractButton *>()) {
-        if (button->text().remove(QLatin1Char('&')) == text)
-            return button;
-    }
-    return nullptr;
-}
 
 QString labelText(QWidget *dialog, const QString &objectName)
 {

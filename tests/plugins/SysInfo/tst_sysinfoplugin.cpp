@@ -1,6 +1,7 @@
 #include "plugins/sysinfointerface.h"
 
 #include "machineidentifier.h"
+#include "modalrun.h"
 #include "testsandbox.h"
 
 #include <QAbstractButton>
@@ -40,15 +41,6 @@ QString withoutMnemonic(QString text)
     return text.remove(QLatin1Char('&'));
 }
 
-QAbstractButton *buttonWithText(QWidget *dialog, const QString &text)
-{
-    for (QAbstractButton *button : dialog->findChildren<QAbstractButton *>()) {
-        if (withoutMnemonic(button->text()) == text)
-            return button;
-    }
-    return nullptr;
-}
-
 void recordTexts(QWidget *dialog, SeenDialog &seen)
 {
     seen.modality = dialog->windowModality();
@@ -63,34 +55,16 @@ void recordTexts(QWidget *dialog, SeenDialog &seen)
     }
 }
 
-// Calls show(), which should open a modal dialog and return once it is
-// closed; act(dialog) runs while the dialog is up and is expected to close
-// it. A dialog that stays open is closed by force, and closedByTest says so.
-SeenDialog runModal(const std::function<void()> &show, const std::function<void(QWidget *)> &act)
+// Runs a modal dialog as runModal() does and records what it showed.
+SeenDialog runModalSeen(const std::function<void()> &show, const std::function<void(QWidget *)> &act)
 {
     SeenDialog seen;
-    QObject context;
-    QTimer poll;
-    QElapsedTimer clock;
-    clock.start();
-    QObject::connect(&poll, &QTimer::timeout, &context, [&] {
-        QWidget *dialog = QApplication::activeModalWidget();
-        if (!dialog) {
-            if (clock.elapsed() > 10000)
-                poll.stop();
-            return;
-        }
-        poll.stop();
-        seen.appeared = true;
+    const ModalRun run = runModal(show, [&](QWidget *dialog) {
         recordTexts(dialog, seen);
         act(dialog);
-        seen.closedByTest = !dialog->isVisible();
-        if (dialog->isVisible())
-            dialog->close();
     });
-    poll.start(10);
-    show();
-    poll.stop();
+    seen.appeared = run.appeared;
+    seen.closedByTest = run.closedByTest;
     return seen;
 }
 
@@ -205,7 +179,7 @@ void TestSysInfoPlugin::systemTextDescribesApplicationAndSystem()
 
 void TestSysInfoPlugin::identifierIsShownInAModalBox()
 {
-    const SeenDialog seen = runModal([this] { m_sysInfo->showIdentifier(); },
+    const SeenDialog seen = runModalSeen([this] { m_sysInfo->showIdentifier(); },
                                      [](QWidget *dialog) { buttonWithText(dialog, QStringLiteral("OK"))->click(); });
     QVERIFY(seen.appeared);
     QVERIFY(seen.modality != Qt::NonModal);
@@ -221,7 +195,7 @@ void TestSysInfoPlugin::copyPutsTheIdentifierOnTheClipboard()
     QString copied;
     QString status;
     bool openAfterCopy = false;
-    const SeenDialog seen = runModal([this] { m_sysInfo->showIdentifier(); }, [&](QWidget *dialog) {
+    const SeenDialog seen = runModalSeen([this] { m_sysInfo->showIdentifier(); }, [&](QWidget *dialog) {
         auto *statusLabel = dialog->findChild<QLabel *>(QStringLiteral("identifierCopyStatus"));
         buttonWithText(dialog, QStringLiteral("Copy"))->click();
         copied = QGuiApplication::clipboard()->text();
