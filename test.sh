@@ -1,16 +1,23 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds with the tests, and runs every test.
+# Installs what is missing, builds with the tests, and runs every test: the
+# fuzzers briefly, the whole suite under AddressSanitizer and
+# UndefinedBehaviorSanitizer, and the whole suite of the normal build last.
 set -euo pipefail
 cd "$(dirname "$0")"
 
 scripts/install-dependencies.sh
 
-# CI treats compiler warnings as errors.
+# CI treats compiler warnings as errors and gives each fuzzer a minute.
 werror=OFF
+fuzz_seconds=${KESTREL_FUZZ_SECONDS:-15}
 if [ "${CI:-}" = "true" ]; then
     werror=ON
+    fuzz_seconds=${KESTREL_FUZZ_SECONDS:-60}
 fi
 scripts/build.sh -DKESTREL_BUILD_TESTS=ON -DKESTREL_WARNINGS_AS_ERRORS="$werror"
+
+scripts/fuzz.sh "$fuzz_seconds"
+scripts/sanitizers.sh
 
 cd build
 export QT_QPA_PLATFORM=offscreen

@@ -9,6 +9,7 @@ packages=(
     fonts-dejavu-core
     yt-dlp ffmpeg
     dpkg-dev desktop-file-utils
+    clang libclang-rt-14-dev
 )
 
 missing=()
