@@ -1,0 +1,52 @@
+#!/usr/bin/env bash
+# Builds the benchmarks (Release) into build-bench/ and runs them all, printing
+# every figure. It exits non-zero only when a benchmark fails to build or to
+# run; a missed goal is reported in the output, never through the exit code.
+#
+#   bench/run.sh [build folder]      (default: build-bench beside bench/)
+
+set -u
+
+here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
+source_dir="$(dirname "$here")"
+build_dir="${1:-$source_dir/build-bench}"
+
+# While the top-level CMakeLists.txt does not add bench/ itself, attach it
+# from outside; once it does, drop the attachment from the cache again.
+if grep -v '^[[:space:]]*#' "$source_dir/CMakeLists.txt" | grep -Eq 'add_subdirectory\([[:space:]]*bench[[:space:]]*\)'; then
+    attach=(-UCMAKE_PROJECT_KestrelDownloader_INCLUDE)
+else
+    attach=(-DCMAKE_PROJECT_KestrelDownloader_INCLUDE="$here/attach.cmake")
+fi
+
+echo "== configure and build ($build_dir)"
+mkdir -p "$build_dir"
+cmake -S "$source_dir" -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=Release -DKESTREL_BUILD_TESTS=ON "${attach[@]}" \
+    >"$build_dir/bench-configure.log" 2>&1 || { cat "$build_dir/bench-configure.log"; echo "bench: configure FAILED"; exit 2; }
+cmake --build "$build_dir" --target kestrel_benchmarks -- -j2 || { echo "bench: build FAILED"; exit 2; }
+
+echo
+echo "== machine"
+echo "cpus: $(nproc), $(grep -m1 'model name' /proc/cpuinfo | cut -d: -f2- | sed 's/^ *//')"
+echo "system: $(. /etc/os-release && echo "$PRETTY_NAME"), kernel $(uname -r)"
+echo "qt: $(dpkg-query -W -f='${Version}' libqt6core6 2>/dev/null || echo unknown)"
+echo "load average before: $(cut -d' ' -f1-3 /proc/loadavg)"
+
+failed=()
+for bench in startup memory toolrun formats memorygrowth; do
+    echo
+    echo "== $bench"
+    started=$(date +%s)
+    if ! "$build_dir/bench/kestrel_bench_$bench"; then
+        failed+=("$bench")
+        echo "bench: $bench FAILED TO RUN"
+    fi
+    echo "($(( $(date +%s) - started )) s, load average $(cut -d' ' -f1-3 /proc/loadavg))"
+done
+
+echo
+if [ ${#failed[@]} -gt 0 ]; then
+    echo "bench: failed to run: ${failed[*]}"
+    exit 1
+fi
+echo "bench: all benchmarks ran"

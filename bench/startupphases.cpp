@@ -1,0 +1,281 @@
+// Where start-up time goes. kestrel_bench_startup runs this program many
+// times and prints the medians of what it reports.
+//
+//   --app    the application's entry sequence (as in src/app/startup.cpp),
+//            with a clock reading between the steps
+//   --bare   the bare dialog's sequence (as in baredialog.cpp), the same way
+//   --icons  only a QApplication and the button images of the window's form
+//            loaded the way its generated code loads them (QIcon::addFile):
+//            the first time in a process, again, and stored at the size the
+//            buttons show them
+//
+// --started-ns N is the CLOCK_MONOTONIC time at which the parent started this
+// process; the time from there to main() is the launch (exec, loading and
+// relocating the libraries, static initialisation). The last value printed,
+// "end", lets the parent work out the time from leaving main() to the end of
+// the process. Everything goes to standard output as one line of name=value
+// pairs in microseconds, followed by counts ("images=6").
+//
+// The --app sequence is a copy of qMain()'s; keep them alike. The parent
+// prints this program's total beside the real executable's, which shows when
+// they have drifted apart.
+
+#include "app/filesetup.h"
+#include "app/identity.h"
+#include "plugins/plugins.h"
+#include "ui/navigation.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDialog>
+#include <QFile>
+#include <QIcon>
+#include <QImage>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <cstdio>
+#include <ctime>
+#include <utility>
+#include <vector>
+
+namespace {
+
+qint64 nowNs()
+{
+    timespec now;
+    ::clock_gettime(CLOCK_MONOTONIC, &now);
+    return qint64(now.tv_sec) * 1000000000 + now.tv_nsec;
+}
+
+class Phases
+{
+public:
+    explicit Phases(qint64 startedNs)
+        : m_last(nowNs())
+    {
+        if (startedNs > 0)
+            m_phases.emplace_back("launch", m_last - startedNs);
+    }
+
+    void mark(const char *name)
+    {
+        const qint64 now = nowNs();
+        m_phases.emplace_back(name, now - m_last);
+        m_last = now;
+    }
+
+    // A plain number, printed as it is.
+    void count(const char *name, qsizetype value) { m_counts.emplace_back(name, value); }
+
+    void print() const
+    {
+        for (const auto &[name, ns] : m_phases)
+            std::printf("%s=%.1f ", name, double(ns) / 1e3);
+        for (const auto &[name, value] : m_counts)
+            std::printf("%s=%lld ", name, static_cast<long long>(value));
+        std::printf("end=%lld\n", static_cast<long long>(nowNs() / 1000));
+        std::fflush(stdout);
+    }
+
+private:
+    qint64 m_last;
+    std::vector<std::pair<const char *, qint64>> m_phases;
+    std::vector<std::pair<const char *, qsizetype>> m_counts;
+};
+
+QCommandLineParser *createCommandLine()
+{
+    auto *parser = new QCommandLineParser;
+    parser->addHelpOption();
+    parser->addVersionOption();
+    parser->addOption(
+        { QStringLiteral("update-as"), QStringLiteral("update this app as some version"), QStringLiteral("version") });
+    parser->addOption({ QStringLiteral("uid"), QStringLiteral("show UID") });
+    return parser;
+}
+
+int runApp(int argc, char **argv, Phases &phases)
+{
+    QCoreApplication::setApplicationName(Identity::applicationName());
+    QCoreApplication::setOrganizationName(Identity::organisationName());
+    QCoreApplication::setApplicationVersion(Identity::applicationVersion());
+    // The program's own options are not the application's.
+    int appArgc = 1;
+    QApplication application(appArgc, argv);
+    Q_UNUSED(argc);
+    phases.mark("qapplication");
+
+    if (LoggingInterface *logging = loggingPlugin().instance())
+        logging->setUp(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation), QString());
+    if (SysInfoInterface *sysInfo = sysInfoPlugin().instance())
+        sysInfo->setApplicationInfo(Identity::applicationVersion(), Identity::buildDate(), 0, 1);
+    phases.mark("plugins");
+
+    checkAndSetupFiles();
+    phases.mark("files");
+
+    int exitCode = 0;
+    {
+        Navigation window;
+        phases.mark("window");
+        QCommandLineParser *commandLine = createCommandLine();
+        window.setCommandLine(commandLine);
+        commandLine->process(QStringList { QCoreApplication::applicationFilePath() });
+        // Three values for two placeholders, exactly as the entry function has
+        // it, warning included.
+        window.setWindowTitle(QStringLiteral("%1 %2").arg(
+            Identity::applicationName(), Identity::applicationVersion(), Identity::buildDate()));
+        phases.mark("setup");
+
+        QTimer::singleShot(0, &window, [&window, &phases] {
+            phases.mark("loopstart");
+            window.showMainWindow(); // shows the window, then the updater check quits
+            phases.mark("show");
+        });
+        exitCode = QApplication::exec();
+        phases.mark("events");
+    }
+    phases.mark("teardown");
+    return exitCode;
+}
+
+int runBare(int argc, char **argv, Phases &phases)
+{
+    QApplication application(argc, argv);
+    phases.mark("qapplication");
+    int exitCode = 0;
+    {
+        QDialog dialog;
+        auto *layout = new QVBoxLayout(&dialog);
+        layout->addWidget(new QPushButton(QStringLiteral("OK"), &dialog));
+        phases.mark("window");
+        QTimer::singleShot(0, &dialog, [&dialog, &phases] {
+            phases.mark("loopstart");
+            dialog.show();
+            QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+            phases.mark("show");
+        });
+        exitCode = QApplication::exec();
+        phases.mark("events");
+    }
+    phases.mark("teardown");
+    return exitCode;
+}
+
+struct FormIcon
+{
+    QString file;
+    QSize shownSize; // the iconSize the form gives the button
+};
+
+// The icon files named in the window's form, in its order, with the size
+// each button shows its icon at.
+QList<FormIcon> formIcons()
+{
+    QFile form(QStringLiteral(KESTREL_NAVIGATION_FORM));
+    if (!form.open(QIODevice::ReadOnly))
+        return {};
+    static const QRegularExpression iconAndSize(
+        QStringLiteral("<normaloff>([^<]+)</normaloff>.*?<property name=\"iconSize\">\\s*<size>\\s*"
+                       "<width>(\\d+)</width>\\s*<height>(\\d+)</height>"),
+        QRegularExpression::DotMatchesEverythingOption);
+    QList<FormIcon> icons;
+    QRegularExpressionMatchIterator matches = iconAndSize.globalMatch(QString::fromUtf8(form.readAll()));
+    while (matches.hasNext()) {
+        const QRegularExpressionMatch match = matches.next();
+        icons.append({ match.captured(1), QSize(match.captured(2).toInt(), match.captured(3).toInt()) });
+    }
+    return icons;
+}
+
+bool loadIcons(const QStringList &files)
+{
+    for (const QString &file : files) {
+        QIcon icon;
+        icon.addFile(file, QSize(), QIcon::Normal, QIcon::Off);
+        if (icon.availableSizes().isEmpty()) {
+            std::fprintf(stderr, "icon %s did not load\n", qPrintable(file));
+            return false;
+        }
+    }
+    return true;
+}
+
+// Times the form's images as the form loads them: the first time in the
+// process, again, and once more with each image stored at the size its
+// button shows it (scaled and written out beforehand, outside the clock).
+int runIcons(int argc, char **argv, Phases &phases)
+{
+    QApplication application(argc, argv);
+    const QList<FormIcon> icons = formIcons();
+    if (icons.isEmpty()) {
+        std::fprintf(stderr, "no icons found in %s\n", KESTREL_NAVIGATION_FORM);
+        return 1;
+    }
+    QStringList files;
+    for (const FormIcon &icon : icons)
+        files << icon.file;
+    phases.mark("qapplication");
+    if (!loadIcons(files))
+        return 1;
+    phases.mark("first");
+    if (!loadIcons(files))
+        return 1;
+    phases.mark("again");
+
+    QTemporaryDir folder;
+    QStringList shownSizeFiles;
+    qint64 pixels = 0;
+    qint64 shownPixels = 0;
+    for (const FormIcon &icon : icons) {
+        const QImage image(icon.file);
+        const QImage shown = image.scaled(icon.shownSize, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+        pixels += qint64(image.width()) * image.height();
+        shownPixels += qint64(shown.width()) * shown.height();
+        shownSizeFiles << folder.filePath(QStringLiteral("icon%1.png").arg(shownSizeFiles.size()));
+        if (!shown.save(shownSizeFiles.last()))
+            return 1;
+    }
+    phases.mark("prepare");
+    if (!loadIcons(shownSizeFiles))
+        return 1;
+    phases.mark("shownsize");
+    phases.count("images", icons.size());
+    phases.count("pixels", pixels);
+    phases.count("shownpixels", shownPixels);
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    qint64 startedNs = 0;
+    QByteArray mode;
+    for (int i = 1; i < argc; ++i) {
+        const QByteArray argument(argv[i]);
+        if (argument == "--started-ns" && i + 1 < argc)
+            startedNs = QByteArray(argv[++i]).toLongLong();
+        else if (argument.startsWith("--"))
+            mode = argument;
+    }
+    Phases phases(startedNs);
+
+    int exitCode = 1;
+    if (mode == "--app")
+        exitCode = runApp(argc, argv, phases);
+    else if (mode == "--bare")
+        exitCode = runBare(argc, argv, phases);
+    else if (mode == "--icons")
+        exitCode = runIcons(argc, argv, phases);
+    else
+        std::fprintf(stderr, "usage: %s --app|--bare|--icons [--started-ns N]\n", argv[0]);
+    if (exitCode == 0)
+        phases.print();
+    return exitCode;
+}

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <QList>
+#include <QProcessEnvironment>
+#include <QString>
+#include <QtGlobal>
+
+class TestSandbox;
+
+// Small helpers the benchmark programs share: statistics, figures read from
+// /proc, the environment of a measured child process and quiet logging.
+namespace Bench {
+
+double median(QList<double> values);
+double minimum(const QList<double> &values);
+double mean(const QList<double> &values);
+
+// "12.3" with the given number of decimals.
+QString number(double value, int decimals = 1);
+
+// "met" or "MISSED": whether a measured value keeps to its goal.
+QString verdict(bool met);
+
+// A field of /proc/<pid>/status such as "VmRSS", in KiB, or -1 when the
+// process or the field is gone. pid 0 means this process.
+qint64 statusKiB(qint64 pid, const char *field);
+
+// The heap this process has in use according to glibc's allocator: small
+// blocks in use plus blocks mapped on their own, in bytes.
+qint64 heapInUseBytes();
+
+// The environment every measured child process gets: the system's, with the
+// sandbox's HOME and XDG folders, the offscreen platform and no message
+// pattern or logging rules of the person running the benchmark.
+QProcessEnvironment childEnvironment(const TestSandbox &sandbox);
+
+// The plain Qt dialog program the window figures are compared with.
+QString bareDialogPath();
+
+// For the benchmarks that drive the downloader in their own process, after
+// the QApplication exists: the fake tool as the data folder's kestreldl2 and a
+// scenario, named in the environment, in which a metadata run prints a title
+// and a duration and exits at once. False, with the reason, when it fails.
+bool installInstantTool(const TestSandbox &sandbox, QString *problem);
+
+// The arguments the application gives a metadata run for this benchmark's
+// video address, and that address.
+QString benchVideoAddress();
+QStringList metadataArguments();
+
+// An integer option "--name value" from the command line, or the fallback.
+int intOption(const QStringList &arguments, const QString &name, int fallback);
+
+// Message handler that drops every message: timings then measure the code,
+// not the terminal the benchmark happens to write to.
+void discardMessages(QtMsgType, const QMessageLogContext &, const QString &);
+
+// While it exists, this process's standard error goes to /dev/null, so Qt's
+// own message handler does all of its work but nothing reaches the terminal.
+class StandardErrorToNull
+{
+public:
+    StandardErrorToNull();
+    ~StandardErrorToNull();
+    StandardErrorToNull(const StandardErrorToNull &) = delete;
+    StandardErrorToNull &operator=(const StandardErrorToNull &) = delete;
+
+private:
+    int m_saved = -1;
+};
+
+} // namespace Bench
