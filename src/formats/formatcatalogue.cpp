@@ -152,12 +152,17 @@ Result fromListing(const QString &output)
         }
     }
 
-    QList<FormatInfo> ordered = chosen.values();
-    std::sort(ordered.begin(), ordered.end(), [](const FormatInfo &a, const FormatInfo &b) {
-        return sizeInBytes(a.sizeText) > sizeInBytes(b.sizeText);
-    });
-    if (ordered.size() > maximumFormats)
-        ordered.resize(maximumFormats);
+    // Each size is read once: the comparisons of a sort would read it again
+    // and again.
+    QList<std::pair<qint64, FormatInfo>> bySize;
+    bySize.reserve(chosen.size());
+    for (const FormatInfo &format : std::as_const(chosen))
+        bySize.append({sizeInBytes(format.sizeText), format});
+    std::sort(bySize.begin(), bySize.end(), [](const auto &a, const auto &b) { return a.first > b.first; });
+    QList<FormatInfo> ordered;
+    ordered.reserve(qMin(bySize.size(), maximumFormats));
+    for (qsizetype i = 0; i < bySize.size() && i < maximumFormats; ++i)
+        ordered.append(bySize.at(i).second);
 
     Result result;
     result.viewOrder.reserve(ordered.size());
