@@ -11,6 +11,8 @@
 #include <QUrlQuery>
 
 #include <atomic>
+#include <cmath>
+#include <limits>
 
 namespace {
 
@@ -313,7 +315,12 @@ std::optional<int> KestrelDownloader::progressFromChunk(const QString &chunk)
         QString number = simplified.section(QLatin1Char('%'), 0, 0);
         number.remove(QStringLiteral("[download]"));
         const double value = number.trimmed().toDouble();
-        return value >= 99.0 ? 100 : int(value);
+        // "nan" and "-inf" read as numbers too; no int can hold them.
+        if (std::isnan(value))
+            return 0;
+        if (value >= 99.0)
+            return 100;
+        return value <= double(std::numeric_limits<int>::min()) ? std::numeric_limits<int>::min() : int(value);
     }
     return std::nullopt;
 }

@@ -16,6 +16,7 @@
 #include <QTest>
 
 #include <csignal>
+#include <limits>
 #include <unistd.h>
 
 using FakeTool::Behaviour;
@@ -616,6 +617,10 @@ void TestKestrelDownloader::progressFromChunk_data()
     QTest::newRow("number with garbage") << QStringLiteral("[download] 1e3% of x") << 100;
     QTest::newRow("negative") << QStringLiteral("[download] -5% of x") << -5;
     QTest::newRow("replacement characters") << QStringLiteral("[download] \uFFFD\uFFFD% of x") << 0;
+    QTest::newRow("not a number") << QStringLiteral("[download] nan% of 10.00MiB") << 0;
+    QTest::newRow("infinity") << QStringLiteral("[download] inf% of x") << 100;
+    QTest::newRow("minus infinity") << QStringLiteral("[download] -inf% of x") << std::numeric_limits<int>::min();
+    QTest::newRow("far below an int") << QStringLiteral("[download] -1e300% of x") << std::numeric_limits<int>::min();
 }
 
 void TestKestrelDownloader::progressFromChunk()
