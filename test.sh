@@ -1,9 +1,16 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds with the tests, and runs every test: the
-# fuzzers briefly, the whole suite under AddressSanitizer and
-# UndefinedBehaviorSanitizer, and the whole suite of the normal build last.
+# Installs what is missing, builds with the tests, and runs every test.
+#
+#   ./test.sh          the whole suite of the normal build
+#   ./test.sh --full   first the fuzzers (briefly) and the whole suite under
+#                      AddressSanitizer and UndefinedBehaviorSanitizer
 set -euo pipefail
 cd "$(dirname "$0")"
+
+full=false
+if [ "${1:-}" = "--full" ]; then
+    full=true
+fi
 
 scripts/install-dependencies.sh
 
@@ -16,8 +23,10 @@ if [ "${CI:-}" = "true" ]; then
 fi
 scripts/build.sh -DKESTREL_BUILD_TESTS=ON -DKESTREL_WARNINGS_AS_ERRORS="$werror"
 
-scripts/fuzz.sh "$fuzz_seconds"
-scripts/sanitizers.sh
+if [ "$full" = true ]; then
+    scripts/fuzz.sh "$fuzz_seconds"
+    scripts/sanitizers.sh
+fi
 
 cd build
 export QT_QPA_PLATFORM=offscreen
