@@ -61,7 +61,12 @@ class ConnectionCounter : public QTableView
 public:
     static int count(const QTableView *view, const char *signal)
     {
-        return static_cast<const ConnectionCounter *>(view)->receivers(signal);
+        // QObject::receivers() is protected. A pointer to it named through
+        // this class may be applied to any QObject, unlike a cast of the view
+        // to a class it is not, which is undefined behaviour.
+        using Receivers = int (QObject::*)(const char *) const;
+        const Receivers receivers = &ConnectionCounter::receivers;
+        return (view->*receivers)(signal);
     }
 };
 

@@ -168,6 +168,10 @@ private slots:
     void secondRequestWhileOneRunsIsIgnored();
     void finishAndReservedWhenIdleAreHarmless();
     void staleFilesOfAnEarlierRunAreReplaced();
+    // Deletes the plug-in while the application object still exists. Left to
+    // the end of the process, it goes after Qt Network's per-thread
+    // connection cache, and the cached connections are never freed.
+    void cleanupTestCase() { m_loader.unload(); }
 
 private:
     void writeSettings(const QString &feedUrl, int timeoutMs = 5000);
