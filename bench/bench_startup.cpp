@@ -215,6 +215,7 @@ int main(int argc, char **argv)
     QList<QHash<QString, double>> appPhases;
     QList<QHash<QString, double>> barePhases;
     QList<QHash<QString, double>> iconPhases;
+    QList<QHash<QString, double>> windowPhases;
     QHash<QString, double> phases;
     for (int i = 0; i < warmups + runs; ++i) {
         if (!phaseRun(phasesProgram, QStringLiteral("--app"), &phases, &problem))
@@ -229,6 +230,10 @@ int main(int argc, char **argv)
             return fail(problem);
         if (i >= warmups)
             iconPhases << phases;
+        if (!phaseRun(phasesProgram, QStringLiteral("--window"), &phases, &problem))
+            return fail(problem);
+        if (i >= warmups)
+            windowPhases << phases;
     }
     out << "startup phases, app (ms, medians): "
         << phaseLine(appPhases,
@@ -256,5 +261,10 @@ int main(int argc, char **argv)
         << " | stored at the size the buttons show them ("
         << QLocale(QLocale::English).toString(qint64(medianOf("shownpixels"))) << " pixels) "
         << Bench::number(medianOf("shownsize")) << '\n';
+    out << "startup phases: the window after Qt's one-time set-up (ms, medians): "
+        << phaseLine(windowPhases,
+               { { "qtsetup", "a bare dialog shown first" }, { "form", "the form alone (setupUi)" },
+                   { "formimages", "its images alone" }, { "navigation", "the whole window" } })
+        << '\n';
     return 0;
 }

@@ -8,6 +8,10 @@
 //            loaded the way its generated code loads them (QIcon::addFile):
 //            the first time in a process, again, and stored at the size the
 //            buttons show them
+//   --window the parts of building the window, after Qt's one-time set-up:
+//            the bare dialog shown first (style, fonts), then the window's
+//            form alone (setupUi on a plain dialog), its images alone, and
+//            the whole window (Navigation's constructor)
 //
 // --started-ns N is the CLOCK_MONOTONIC time at which the parent started this
 // process; the time from there to main() is the launch (exec, loading and
@@ -24,6 +28,7 @@
 #include "app/identity.h"
 #include "plugins/plugins.h"
 #include "ui/navigation.h"
+#include "ui_navigation.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -251,6 +256,47 @@ int runIcons(int argc, char **argv, Phases &phases)
     return 0;
 }
 
+// Splits the window's cost into its parts once Qt has paid for what any first
+// window pays (the bare dialog shown first). Needs the sandboxed folders of
+// the parent, as the window reads the settings.
+int runWindow(int argc, char **argv, Phases &phases)
+{
+    QCoreApplication::setApplicationName(Identity::applicationName());
+    QCoreApplication::setOrganizationName(Identity::organisationName());
+    QApplication application(argc, argv);
+    const QList<FormIcon> icons = formIcons();
+    QStringList files;
+    for (const FormIcon &icon : icons)
+        files << icon.file;
+    if (files.isEmpty())
+        return 1;
+    phases.mark("qapplication");
+
+    QDialog bare;
+    auto *layout = new QVBoxLayout(&bare);
+    layout->addWidget(new QPushButton(QStringLiteral("OK"), &bare));
+    bare.show();
+    QCoreApplication::processEvents();
+    phases.mark("qtsetup");
+
+    {
+        QDialog plain;
+        Ui::Navigation form;
+        form.setupUi(&plain);
+        phases.mark("form");
+    }
+    phases.mark("formdelete");
+    if (!loadIcons(files))
+        return 1;
+    phases.mark("formimages");
+    {
+        Navigation window;
+        phases.mark("navigation");
+    }
+    phases.mark("navigationdelete");
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -273,8 +319,10 @@ int main(int argc, char **argv)
         exitCode = runBare(argc, argv, phases);
     else if (mode == "--icons")
         exitCode = runIcons(argc, argv, phases);
+    else if (mode == "--window")
+        exitCode = runWindow(argc, argv, phases);
     else
-        std::fprintf(stderr, "usage: %s --app|--bare|--icons [--started-ns N]\n", argv[0]);
+        std::fprintf(stderr, "usage: %s --app|--bare|--icons|--window [--started-ns N]\n", argv[0]);
     if (exitCode == 0)
         phases.print();
     return exitCode;
