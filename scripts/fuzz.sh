@@ -5,9 +5,10 @@
 #
 #   scripts/fuzz.sh [seconds per target] [target...]
 #
-# Exits non-zero when any target crashes, leaks, times out, runs out of memory
-# or reports undefined behaviour; the input that did it is kept under
-# build-fuzz/artifacts/<target>/ and can be replayed with
+# The targets run side by side, as many as there are cores
+# (KESTREL_FUZZ_JOBS to choose). Exits non-zero when any target crashes, leaks,
+# times out, runs out of memory or reports undefined behaviour; the input that
+# did it is kept under build-fuzz/artifacts/<target>/ and can be replayed with
 #   build-fuzz/fuzz/<target> <file>
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -55,25 +56,27 @@ dictionary_of() {
     esac
 }
 
-failed=()
-summaries=()
 for target in "${targets[@]}"; do
-    binary="$build/fuzz/$target"
-    if [ ! -x "$binary" ]; then
+    if [ ! -x "$build/fuzz/$target" ]; then
         echo "No such fuzz target: $target" >&2
         exit 2
     fi
-    corpus="$build/corpus/$target"
-    artifacts="$build/artifacts/$target"
-    log="$build/logs/$target.log"
+done
+
+# run_target <target>: one fuzzing run; its exit status and duration go to
+# logs/<target>.status, its output to logs/<target>.log.
+run_target() {
+    local target=$1
+    local corpus="$build/corpus/$target"
+    local artifacts="$build/artifacts/$target"
+    local log="$build/logs/$target.log"
     rm -rf "$corpus" "$artifacts"
-    mkdir -p "$corpus" "$artifacts" "$(dirname "$log")"
+    mkdir -p "$corpus" "$artifacts"
     cp -R "fuzz/corpus/$target/." "$corpus/"
 
-    echo "Fuzzing $target for $seconds s"
-    started=$SECONDS
-    status=0
-    "$binary" "$corpus" \
+    local started=$SECONDS
+    local status=0
+    "$build/fuzz/$target" "$corpus" \
         -dict="$(dictionary_of "$target")" \
         -max_total_time="$seconds" \
         -timeout=10 \
@@ -81,7 +84,37 @@ for target in "${targets[@]}"; do
         -print_final_stats=1 \
         -artifact_prefix="$artifacts/" \
         >"$log" 2>&1 || status=$?
-    elapsed=$((SECONDS - started))
+    echo "$status $((SECONDS - started))" >"$build/logs/$target.status"
+}
+
+# Each fuzzer runs on one core, so as many run at once as there are cores.
+parallel=${KESTREL_FUZZ_JOBS:-$(nproc)}
+rm -rf "$build/logs"
+mkdir -p "$build/logs"
+echo "Fuzzing ${targets[*]} for $seconds s each, $parallel at a time"
+# An interrupted run takes its fuzzers with it.
+trap 'kill $(jobs -p) 2>/dev/null || true' INT TERM
+running=0
+for target in "${targets[@]}"; do
+    if [ "$running" -ge "$parallel" ]; then
+        wait -n || true
+        running=$((running - 1))
+    fi
+    run_target "$target" &
+    running=$((running + 1))
+done
+wait
+
+failed=()
+summaries=()
+for target in "${targets[@]}"; do
+    log="$build/logs/$target.log"
+    artifacts="$build/artifacts/$target"
+    status=1
+    elapsed=?
+    if [ -f "$build/logs/$target.status" ]; then
+        read -r status elapsed <"$build/logs/$target.status"
+    fi
 
     runs=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log" | tail -n 1)
     stats=$(grep -E '^#[0-9]+[[:space:]]+(DONE|pulse|NEW|REDUCE|INITED)' "$log" | tail -n 1 || true)

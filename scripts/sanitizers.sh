@@ -27,9 +27,10 @@ cmake -S . -B "$build" -G Ninja \
     -DCMAKE_MODULE_LINKER_FLAGS="$sanitize" >/dev/null
 cmake --build "$build"
 
-# Every process writes its reports into one folder (file names carry the
-# executable's name and process id), which is judged after the tests: a
-# report from a child process whose end a test does not look at still counts.
+# Every process writes its AddressSanitizer and LeakSanitizer reports into one
+# folder (file names carry the executable's name and process id), which is
+# judged after the tests: a report from a child process whose end a test does
+# not look at still counts. (UndefinedBehaviorSanitizer: see below.)
 #
 # A memory error or undefined behaviour aborts the process at once
 # (abort_on_error), which tests and CTest see as a crash. A leak found at exit
@@ -49,7 +50,7 @@ reports="$root/$build/sanitizer-reports"
 rm -rf "$reports"
 mkdir -p "$reports"
 export ASAN_OPTIONS="detect_leaks=1:exitcode=0:abort_on_error=1:intercept_tls_get_addr=0:log_path=$reports/asan:log_exe_name=1"
-export UBSAN_OPTIONS="halt_on_error=1:abort_on_error=1:print_stacktrace=1:log_path=$reports/ubsan:log_exe_name=1"
+export UBSAN_OPTIONS="halt_on_error=1:abort_on_error=1:print_stacktrace=1"
 export LSAN_OPTIONS="suppressions=$root/scripts/lsan.supp:print_suppressions=0"
 export QT_QPA_PLATFORM=offscreen
 
@@ -57,6 +58,17 @@ started=$SECONDS
 status=0
 (cd "$build" && ctest --output-on-failure --timeout 900 -j "$(nproc)") || status=$?
 echo "Tests took $((SECONDS - started)) s."
+
+# The UndefinedBehaviorSanitizer of GCC's combined runtime ignores log_path
+# and writes to standard error. Its findings abort the process, so a test or
+# the test watching a child process fails; the full test output (passed tests
+# included, as CTest keeps it in LastTest.log) is searched as well, for a
+# finding whose abort went unnoticed.
+test_log="$build/Testing/Temporary/LastTest.log"
+if grep -n -B2 -A12 'runtime error:' "$test_log"; then
+    echo "Undefined behaviour reported in the test output above ($test_log)"
+    status=1
+fi
 
 # Qt's global thread pool (QImage converts large images on it) ends its worker
 # threads in ~QCoreApplication and waits for their work to finish, but not for
