@@ -1,12 +1,16 @@
 #!/usr/bin/env bash
 # Renders the SVG sources in src/ to the PNGs used by the application.
-#   <name>.png     2x the design size: the design size is the form's, at a
-#                  display scale of 125; at 140 a button shows it at 1.12x, so
-#                  every scale only ever scales it down. A whole factor keeps
-#                  each image's exact proportions (the table's 48x23 badge).
-#   <name>@2x.png  4x the design size (for high-DPI screens)
-# No larger: the window decodes every button image when it is built, and
-# bigger images only slow its start.
+#
+# Button images are rendered at the largest size a button shows them on a
+# normal screen: the box the window gives each icon at the largest display
+# scale (140 %) or in the form, whichever is larger, with the image fitted
+# into it at its own proportions. Every scale then only ever scales them down,
+# and no larger: the window decodes all of them while it is built, so every
+# extra pixel delays its first appearance. The table's badges are drawn at a
+# fixed size; they are rendered at twice it, a whole factor, so that their
+# exact proportions (the 48x23 badge) survive.
+#   <name>.png     that size
+#   <name>@2x.png  twice that size, picked by Qt on high-density screens
 # Requires rsvg-convert (Debian/Ubuntu: librsvg2-bin) and the DejaVu Sans font
 # (fonts-dejavu-core). optipng is used when available.
 set -euo pipefail
@@ -18,23 +22,24 @@ command -v rsvg-convert >/dev/null 2>&1 || {
     exit 1
 }
 
-# name width height  (design size in logical pixels)
+# name width height  (rendering size of <name>.png in pixels; the design
+# sizes are in README.md)
 images=(
-    "btn_kestreldl  350 89"
-    "btn_site       105 90"
-    "btn_back_big    76 32"
-    "btn_process    158 46"
+    "btn_kestreldl  390 99"
+    "btn_site       117 100"
+    "btn_back_big    87 37"
+    "btn_process    207 60"
     "btn_back_small  33 33"
-    "sign_media      48 23"
-    "sign_download   22 22"
+    "sign_media      96 46"
+    "sign_download   44 44"
 )
 
 for entry in "${images[@]}"; do
     read -r name w h <<<"$entry"
     src="src/$name.svg"
     [[ -f "$src" ]] || { echo "render.sh: missing $src" >&2; exit 1; }
-    rsvg-convert -w $((w * 2)) -h $((h * 2)) -o "$name.png" "$src"
-    rsvg-convert -w $((w * 4)) -h $((h * 4)) -o "$name@2x.png" "$src"
+    rsvg-convert -w "$w" -h "$h" -o "$name.png" "$src"
+    rsvg-convert -w $((w * 2)) -h $((h * 2)) -o "$name@2x.png" "$src"
     echo "rendered $name.png and $name@2x.png"
 done
 

@@ -737,6 +737,11 @@ void TestNavigationFlow::pageSizes()
         QCOMPARE(button->minimumSize(), sizes.at(i));
         QCOMPARE(button->maximumSize(), sizes.at(i));
         QCOMPARE(button->iconSize(), sizes.at(i));
+        // The image fills its box at its own proportions: it is at least as
+        // large as what the button shows, so it is only ever scaled down.
+        const QSize drawn = button->icon().actualSize(sizes.at(i));
+        QVERIFY2(drawn.width() == sizes.at(i).width() || drawn.height() == sizes.at(i).height(),
+                 qPrintable(buttons.at(i)));
     }
 }
 

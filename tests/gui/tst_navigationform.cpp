@@ -277,8 +277,11 @@ void TestNavigationForm::iconsAreLoaded()
     };
     for (const auto &[name, resource] : buttons) {
         QVERIFY2(QFile::exists(QLatin1String(resource)), resource);
-        const QIcon icon = child<QPushButton>(&window, name)->icon();
+        const QPushButton *button = child<QPushButton>(&window, name);
+        const QIcon icon = button->icon();
         QVERIFY2(!icon.isNull(), name);
+        const QSize drawn = icon.actualSize(button->iconSize());
+        QVERIFY2(drawn.width() == button->iconSize().width() || drawn.height() == button->iconSize().height(), name);
         const QImage shown = icon.pixmap(QSize(40, 20)).toImage();
         const QImage expected = QIcon(QLatin1String(resource)).pixmap(QSize(40, 20)).toImage();
         QCOMPARE(shown, expected);
