@@ -1,16 +1,22 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds with the tests, and runs every test.
+# Installs what is missing, builds with the tests, and runs every check.
 #
-#   ./test.sh          the whole suite of the normal build
-#   ./test.sh --full   first the fuzzers (briefly) and the whole suite under
+#   ./test.sh          the whole suite of the normal build, then the fuzzers
+#                      (briefly) and the whole suite again, built with
 #                      AddressSanitizer and UndefinedBehaviorSanitizer
+#   ./test.sh --quick  the whole suite of the normal build only
 set -euo pipefail
 cd "$(dirname "$0")"
 
-full=false
-if [ "${1:-}" = "--full" ]; then
-    full=true
-fi
+quick=false
+case "${1:-}" in
+    "") ;;
+    --quick) quick=true ;;
+    *)
+        echo "usage: ./test.sh [--quick]" >&2
+        exit 2
+        ;;
+esac
 
 scripts/install-dependencies.sh
 
@@ -23,11 +29,13 @@ if [ "${CI:-}" = "true" ]; then
 fi
 scripts/build.sh -DKESTREL_BUILD_TESTS=ON -DKESTREL_WARNINGS_AS_ERRORS="$werror"
 
-if [ "$full" = true ]; then
+(
+    cd build
+    export QT_QPA_PLATFORM=offscreen
+    ctest --output-on-failure --timeout 900 -j "$(nproc)"
+)
+
+if [ "$quick" = false ]; then
     scripts/fuzz.sh "$fuzz_seconds"
     scripts/sanitizers.sh
 fi
-
-cd build
-export QT_QPA_PLATFORM=offscreen
-ctest --output-on-failure --timeout 900 -j "$(nproc)"
