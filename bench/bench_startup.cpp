@@ -28,6 +28,7 @@
 
 #include <cstdio>
 #include <ctime>
+#include <utility>
 
 namespace {
 
@@ -215,25 +216,23 @@ int main(int argc, char **argv)
     QList<QHash<QString, double>> appPhases;
     QList<QHash<QString, double>> barePhases;
     QList<QHash<QString, double>> iconPhases;
+    QList<QHash<QString, double>> suffixedIconPhases;
     QList<QHash<QString, double>> windowPhases;
     QHash<QString, double> phases;
+    const std::pair<QString, QList<QHash<QString, double>> *> modes[] = {
+        { QStringLiteral("--app"), &appPhases },
+        { QStringLiteral("--bare"), &barePhases },
+        { QStringLiteral("--icons"), &iconPhases },
+        { QStringLiteral("--icons-png"), &suffixedIconPhases },
+        { QStringLiteral("--window"), &windowPhases },
+    };
     for (int i = 0; i < warmups + runs; ++i) {
-        if (!phaseRun(phasesProgram, QStringLiteral("--app"), &phases, &problem))
-            return fail(problem);
-        if (i >= warmups)
-            appPhases << phases;
-        if (!phaseRun(phasesProgram, QStringLiteral("--bare"), &phases, &problem))
-            return fail(problem);
-        if (i >= warmups)
-            barePhases << phases;
-        if (!phaseRun(phasesProgram, QStringLiteral("--icons"), &phases, &problem))
-            return fail(problem);
-        if (i >= warmups)
-            iconPhases << phases;
-        if (!phaseRun(phasesProgram, QStringLiteral("--window"), &phases, &problem))
-            return fail(problem);
-        if (i >= warmups)
-            windowPhases << phases;
+        for (const auto &[mode, runsOfMode] : modes) {
+            if (!phaseRun(phasesProgram, mode, &phases, &problem))
+                return fail(problem);
+            if (i >= warmups)
+                *runsOfMode << phases;
+        }
     }
     out << "startup phases, app (ms, medians): "
         << phaseLine(appPhases,
@@ -258,9 +257,9 @@ int main(int argc, char **argv)
         << QLocale(QLocale::English).toString(qint64(medianOf("pixels")))
         << " pixels) through QIcon::addFile (ms, medians): "
         << phaseLine(iconPhases, { { "first", "first time in a process" }, { "again", "again" } })
-        << " | stored at the size the buttons show them ("
-        << QLocale(QLocale::English).toString(qint64(medianOf("shownpixels"))) << " pixels) "
-        << Bench::number(medianOf("shownsize")) << '\n';
+        << " | the same images in files named *.png: "
+        << phaseLine(suffixedIconPhases, { { "first", "first time in a process" }, { "again", "again" } })
+        << '\n';
     out << "startup phases: the window after Qt's one-time set-up (ms, medians): "
         << phaseLine(windowPhases,
                { { "qtsetup", "a bare dialog shown first" }, { "form", "the form alone (setupUi)" },

@@ -6,8 +6,8 @@
 //   --bare   the bare dialog's sequence (as in baredialog.cpp), the same way
 //   --icons  only a QApplication and the button images of the window's form
 //            loaded the way its generated code loads them (QIcon::addFile):
-//            the first time in a process, again, and stored at the size the
-//            buttons show them
+//            the first time in a process, and again
+//   --icons-png the same, with the images copied to files named *.png
 //   --window the parts of building the window, after Qt's one-time set-up:
 //            the bare dialog shown first (style, fonts), then the window's
 //            form alone (setupUi on a plain dialog), its images alone, and
@@ -36,6 +36,7 @@
 #include <QFile>
 #include <QIcon>
 #include <QImage>
+#include <QImageReader>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QStandardPaths>
@@ -211,10 +212,13 @@ bool loadIcons(const QStringList &files)
     return true;
 }
 
-// Times the form's images as the form loads them: the first time in the
-// process, again, and once more with each image stored at the size its
-// button shows it (scaled and written out beforehand, outside the clock).
-int runIcons(int argc, char **argv, Phases &phases)
+// Times the form's images as the form loads them, the first time in the
+// process and again. With pngSuffix, the same images are first copied (outside
+// the clock) to files named "<name>.png": the form's names have no suffix, so
+// QIcon::addFile asks the MIME database what they are and QImageReader asks
+// every installed image-format plug-in before its built-in PNG reader; a
+// suffix skips both.
+int runIcons(int argc, char **argv, Phases &phases, bool pngSuffix)
 {
     QApplication application(argc, argv);
     const QList<FormIcon> icons = formIcons();
@@ -222,37 +226,28 @@ int runIcons(int argc, char **argv, Phases &phases)
         std::fprintf(stderr, "no icons found in %s\n", KESTREL_NAVIGATION_FORM);
         return 1;
     }
+    QTemporaryDir folder;
     QStringList files;
-    for (const FormIcon &icon : icons)
+    qint64 pixels = 0;
+    for (const FormIcon &icon : icons) {
         files << icon.file;
-    phases.mark("qapplication");
+        if (pngSuffix) {
+            files.last() = folder.filePath(QStringLiteral("icon%1.png").arg(files.size()));
+            if (!QFile::copy(icon.file, files.last()))
+                return 1;
+        }
+        QImageReader reader(icon.file, "png");
+        pixels += qint64(reader.size().width()) * reader.size().height();
+    }
+    phases.mark("prepare");
     if (!loadIcons(files))
         return 1;
     phases.mark("first");
     if (!loadIcons(files))
         return 1;
     phases.mark("again");
-
-    QTemporaryDir folder;
-    QStringList shownSizeFiles;
-    qint64 pixels = 0;
-    qint64 shownPixels = 0;
-    for (const FormIcon &icon : icons) {
-        const QImage image(icon.file);
-        const QImage shown = image.scaled(icon.shownSize, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-        pixels += qint64(image.width()) * image.height();
-        shownPixels += qint64(shown.width()) * shown.height();
-        shownSizeFiles << folder.filePath(QStringLiteral("icon%1.png").arg(shownSizeFiles.size()));
-        if (!shown.save(shownSizeFiles.last()))
-            return 1;
-    }
-    phases.mark("prepare");
-    if (!loadIcons(shownSizeFiles))
-        return 1;
-    phases.mark("shownsize");
     phases.count("images", icons.size());
     phases.count("pixels", pixels);
-    phases.count("shownpixels", shownPixels);
     return 0;
 }
 
@@ -318,11 +313,13 @@ int main(int argc, char **argv)
     else if (mode == "--bare")
         exitCode = runBare(argc, argv, phases);
     else if (mode == "--icons")
-        exitCode = runIcons(argc, argv, phases);
+        exitCode = runIcons(argc, argv, phases, false);
+    else if (mode == "--icons-png")
+        exitCode = runIcons(argc, argv, phases, true);
     else if (mode == "--window")
         exitCode = runWindow(argc, argv, phases);
     else
-        std::fprintf(stderr, "usage: %s --app|--bare|--icons|--window [--started-ns N]\n", argv[0]);
+        std::fprintf(stderr, "usage: %s --app|--bare|--icons|--icons-png|--window [--started-ns N]\n", argv[0]);
     if (exitCode == 0)
         phases.print();
     return exitCode;
