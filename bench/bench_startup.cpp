@@ -263,7 +263,9 @@ int main(int argc, char **argv)
     out << "startup phases: the window after Qt's one-time set-up (ms, medians): "
         << phaseLine(windowPhases,
                { { "qtsetup", "a bare dialog shown first" }, { "form", "the form alone (setupUi)" },
-                   { "formimages", "its images alone" }, { "navigation", "the whole window" } })
+                   { "formimages", "its images alone" }, { "navigation", "the whole window" },
+                   { "defaultfont", "sizing three labels in the default font" },
+                   { "formfonts", "sizing the three widgets with the form's fonts" } })
         << '\n';
     return 0;
 }

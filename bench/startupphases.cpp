@@ -11,7 +11,8 @@
 //   --window the parts of building the window, after Qt's one-time set-up:
 //            the bare dialog shown first (style, fonts), then the window's
 //            form alone (setupUi on a plain dialog), its images alone, and
-//            the whole window (Navigation's constructor)
+//            the whole window (Navigation's constructor), and then the first
+//            sizing of its three widgets with fonts of their own
 //
 // --started-ns N is the CLOCK_MONOTONIC time at which the parent started this
 // process; the time from there to main() is the launch (exec, loading and
@@ -37,6 +38,7 @@
 #include <QIcon>
 #include <QImage>
 #include <QImageReader>
+#include <QLabel>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QStandardPaths>
@@ -251,6 +253,29 @@ int runIcons(int argc, char **argv, Phases &phases, bool pngSuffix)
     return 0;
 }
 
+// Times the first sizing of the three widgets to which the window gives fonts
+// of their own: Qt loads a font's face only when a size is first asked for,
+// which happens for every page when the window is laid out. For comparison,
+// labels with the same texts in the default font are sized first.
+bool sizeFontedWidgets(const Navigation &window, Phases &phases)
+{
+    QList<QWidget *> fonted;
+    for (const char *name : { "label_DL_OK", "btnStartOver", "btnOpenFolder" }) {
+        fonted << window.findChild<QWidget *>(QLatin1String(name));
+        if (!fonted.last())
+            return false;
+    }
+    for (const QWidget *widget : std::as_const(fonted)) {
+        const QString text = widget->property("text").toString();
+        QLabel(text).sizeHint();
+    }
+    phases.mark("defaultfont");
+    for (const QWidget *widget : std::as_const(fonted))
+        widget->sizeHint();
+    phases.mark("formfonts");
+    return true;
+}
+
 // Splits the window's cost into its parts once Qt has paid for what any first
 // window pays (the bare dialog shown first). Needs the sandboxed folders of
 // the parent, as the window reads the settings.
@@ -287,6 +312,8 @@ int runWindow(int argc, char **argv, Phases &phases)
     {
         Navigation window;
         phases.mark("navigation");
+        if (!sizeFontedWidgets(window, phases))
+            return 1;
     }
     phases.mark("navigationdelete");
     return 0;
