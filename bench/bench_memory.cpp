@@ -12,7 +12,6 @@
 
 #include "appinstallation.h"
 #include "benchsupport.h"
-#include "scenario.h"
 #include "testsandbox.h"
 
 #include <QCoreApplication>
@@ -23,7 +22,6 @@
 #include <QTextStream>
 #include <QThread>
 
-#include <cstdio>
 
 namespace {
 
@@ -120,12 +118,6 @@ QString mib(double kib)
     return Bench::number(kib / 1024.0);
 }
 
-int fail(const QString &problem)
-{
-    std::fprintf(stderr, "memory: FAILED TO RUN: %s\n", qPrintable(problem));
-    return 2;
-}
-
 } // namespace
 
 int main(int argc, char **argv)
@@ -137,9 +129,7 @@ int main(int argc, char **argv)
 
     TestSandbox sandbox;
     AppInstallation installation;
-    installation.addRecordingPlugin(QStringLiteral("updater"), QStringLiteral("Updater"));
-    installation.addCopyOf(FakeTool::builtToolPath(), QStringLiteral("kestreldl2"));
-    installation.addCopyOf(FakeTool::builtToolPath(), QStringLiteral("ffmpeg"));
+    Bench::addWindowFixtures(installation);
 
     const QString appMark = QDir(sandbox.home()).filePath(QStringLiteral("updater-calls.txt"));
     const QString bareMark = QDir(sandbox.home()).filePath(QStringLiteral("bare-shown.txt"));
@@ -158,7 +148,7 @@ int main(int argc, char **argv)
     QString problem;
     Sample ignored;
     if (!measure(app, 0, &ignored, &problem) || !measure(bare, 0, &ignored, &problem))
-        return fail(problem);
+        return Bench::failedToRun("memory", problem);
 
     QList<Sample> appSamples;
     QList<Sample> bareSamples;
@@ -166,7 +156,7 @@ int main(int argc, char **argv)
         Sample a;
         Sample b;
         if (!measure(app, settleMs, &a, &problem) || !measure(bare, settleMs, &b, &problem))
-            return fail(problem);
+            return Bench::failedToRun("memory", problem);
         appSamples << a;
         bareSamples << b;
     }

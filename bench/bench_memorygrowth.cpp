@@ -15,7 +15,6 @@
 //   kestrel_bench_memorygrowth [--runs N]
 
 #include "app/filesetup.h"
-#include "app/identity.h"
 #include "benchsupport.h"
 #include "downloader/kestreldownloader.h"
 #include "testsandbox.h"
@@ -24,7 +23,6 @@
 #include <QEventLoop>
 #include <QTextStream>
 
-#include <cstdio>
 
 namespace {
 
@@ -34,12 +32,6 @@ struct Point
     qint64 heap = 0; // bytes
     qint64 rss = 0; // KiB
 };
-
-int fail(const QString &problem)
-{
-    std::fprintf(stderr, "memory growth: FAILED TO RUN: %s\n", qPrintable(problem));
-    return 2;
-}
 
 QString kib(double bytes)
 {
@@ -51,22 +43,18 @@ QString kib(double bytes)
 int main(int argc, char **argv)
 {
     TestSandbox sandbox;
-    sandbox.applyToThisProcess();
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QCoreApplication::setApplicationName(Identity::applicationName());
-    QCoreApplication::setOrganizationName(Identity::organisationName());
+    Bench::sandboxThisProcess(sandbox);
     QApplication application(argc, argv);
     const int runs = Bench::intOption(QCoreApplication::arguments(), QStringLiteral("--runs"), 1000);
     const int baselineRuns = 10;
 
     QString problem;
     if (!Bench::installInstantTool(sandbox, &problem))
-        return fail(problem);
+        return Bench::failedToRun("memory growth", problem);
 
     KestrelDownloader driver;
     if (!driver.setUrl(Bench::benchVideoAddress()))
-        return fail(QStringLiteral("the driver refused the address %1").arg(Bench::benchVideoAddress()));
+        return Bench::failedToRun("memory growth", QStringLiteral("the driver refused the address %1").arg(Bench::benchVideoAddress()));
     QObject::disconnect(&driver, &KestrelDownloader::haveMetadata, &driver, &KestrelDownloader::requestFormats);
 
     QEventLoop loop;
@@ -98,9 +86,9 @@ int main(int argc, char **argv)
         }
     }
     if (!problem.isEmpty())
-        return fail(problem);
+        return Bench::failedToRun("memory growth", problem);
     if (KestrelDownloader::processObjectCount() != 0)
-        return fail(QStringLiteral("%1 process objects still exist after all runs")
+        return Bench::failedToRun("memory growth", QStringLiteral("%1 process objects still exist after all runs")
                         .arg(KestrelDownloader::processObjectCount()));
 
     const Point &first = points.first();

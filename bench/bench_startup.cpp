@@ -13,7 +13,6 @@
 
 #include "appinstallation.h"
 #include "benchsupport.h"
-#include "scenario.h"
 #include "testsandbox.h"
 
 #include <QCoreApplication>
@@ -26,7 +25,6 @@
 #include <QProcess>
 #include <QTextStream>
 
-#include <cstdio>
 #include <ctime>
 #include <utility>
 
@@ -130,12 +128,6 @@ QString phaseLine(const QList<QHash<QString, double>> &runs, const QList<std::pa
     return parts.join(QStringLiteral(" | "));
 }
 
-int fail(const QString &problem)
-{
-    std::fprintf(stderr, "startup: FAILED TO RUN: %s\n", qPrintable(problem));
-    return 2;
-}
-
 } // namespace
 
 int main(int argc, char **argv)
@@ -147,11 +139,7 @@ int main(int argc, char **argv)
 
     TestSandbox sandbox;
     AppInstallation installation;
-    installation.addRecordingPlugin(QStringLiteral("updater"), QStringLiteral("Updater"));
-    // The tool files an installation has beside the executable; only their
-    // presence matters, the first start copies them into the data folder.
-    installation.addCopyOf(FakeTool::builtToolPath(), QStringLiteral("kestreldl2"));
-    installation.addCopyOf(FakeTool::builtToolPath(), QStringLiteral("ffmpeg"));
+    Bench::addWindowFixtures(installation);
 
     QProcessEnvironment environment = Bench::childEnvironment(sandbox);
     environment.insert(QStringLiteral("KESTREL_FIXTURE_ACTIONS"), QStringLiteral("quit-on-check"));
@@ -168,17 +156,17 @@ int main(int argc, char **argv)
     recorded.environment.insert(QStringLiteral("KESTREL_FIXTURE_RECORD"), record);
     for (int i = 0; i < warmups; ++i) {
         if (timeToExit(i == 0 ? recorded : app, &problem) < 0 || timeToExit(bare, &problem) < 0)
-            return fail(problem);
+            return Bench::failedToRun("startup", problem);
     }
     QFile calls(record);
     const QString seen = calls.open(QIODevice::ReadOnly) ? QString::fromUtf8(calls.readAll()) : QString();
     if (!seen.contains(QStringLiteral("Updater.checkForUpdate")) || !seen.contains(QStringLiteral("|shown")))
-        return fail(
+        return Bench::failedToRun("startup", 
             QStringLiteral("the application did not reach the update check with its window shown; it recorded: %1")
                 .arg(seen.isEmpty() ? QStringLiteral("nothing") : seen.trimmed()));
     for (const char *tool : { "kestreldl2", "ffmpeg" }) {
         if (!QFileInfo::exists(QDir(sandbox.dataFolder()).filePath(QLatin1String(tool))))
-            return fail(
+            return Bench::failedToRun("startup", 
                 QStringLiteral("the warm-up start did not prepare the profile (%1 missing)").arg(QLatin1String(tool)));
     }
 
@@ -187,10 +175,10 @@ int main(int argc, char **argv)
     for (int i = 0; i < runs; ++i) {
         const double a = timeToExit(app, &problem);
         if (a < 0)
-            return fail(problem);
+            return Bench::failedToRun("startup", problem);
         const double b = timeToExit(bare, &problem);
         if (b < 0)
-            return fail(problem);
+            return Bench::failedToRun("startup", problem);
         appTimes << a;
         bareTimes << b;
     }
@@ -229,7 +217,7 @@ int main(int argc, char **argv)
     for (int i = 0; i < warmups + runs; ++i) {
         for (const auto &[mode, runsOfMode] : modes) {
             if (!phaseRun(phasesProgram, mode, &phases, &problem))
-                return fail(problem);
+                return Bench::failedToRun("startup", problem);
             if (i >= warmups)
                 *runsOfMode << phases;
         }

@@ -18,7 +18,6 @@
 //   kestrel_bench_toolrun [--runs N] [--warmup N]
 
 #include "app/filesetup.h"
-#include "app/identity.h"
 #include "benchsupport.h"
 #include "downloader/kestreldownloader.h"
 #include "scenario.h"
@@ -33,7 +32,6 @@
 #include <QTextStream>
 #include <QTimer>
 
-#include <cstdio>
 #include <optional>
 
 namespace {
@@ -157,12 +155,6 @@ bool sameRunAsBare(const TestSandbox &sandbox, Runner &runner, QString *problem)
     return true;
 }
 
-int fail(const QString &problem)
-{
-    std::fprintf(stderr, "tool run: FAILED TO RUN: %s\n", qPrintable(problem));
-    return 2;
-}
-
 void report(QTextStream &out, const char *label, const Pass &pass, bool headline)
 {
     const double app = Bench::median(pass.app);
@@ -186,11 +178,7 @@ int main(int argc, char **argv)
     // Every standard location of this process lies in the sandbox before the
     // application object exists, as in the application's own tests.
     TestSandbox sandbox;
-    sandbox.applyToThisProcess();
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QCoreApplication::setApplicationName(Identity::applicationName());
-    QCoreApplication::setOrganizationName(Identity::organisationName());
+    Bench::sandboxThisProcess(sandbox);
     QApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     const int runs = Bench::intOption(arguments, QStringLiteral("--runs"), 500);
@@ -198,11 +186,11 @@ int main(int argc, char **argv)
 
     QString problem;
     if (!Bench::installInstantTool(sandbox, &problem))
-        return fail(problem);
+        return Bench::failedToRun("tool run", problem);
 
     KestrelDownloader driver;
     if (!driver.setUrl(Bench::benchVideoAddress()))
-        return fail(QStringLiteral("the driver refused the address %1").arg(Bench::benchVideoAddress()));
+        return Bench::failedToRun("tool run", QStringLiteral("the driver refused the address %1").arg(Bench::benchVideoAddress()));
     Runner runner(driver);
 
     QTextStream out(stdout);
@@ -215,7 +203,7 @@ int main(int argc, char **argv)
             && runPass(runner, runs, &quiet, &problem);
         qInstallMessageHandler(previous);
         if (!ok)
-            return fail(problem);
+            return Bench::failedToRun("tool run", problem);
     }
     {
         const Bench::StandardErrorToNull silence;
@@ -224,9 +212,9 @@ int main(int argc, char **argv)
             problem.prepend(QStringLiteral("with default logging: "));
     }
     if (!problem.isEmpty())
-        return fail(problem);
+        return Bench::failedToRun("tool run", problem);
     if (KestrelDownloader::processObjectCount() != 0)
-        return fail(QStringLiteral("%1 process objects still exist after all runs")
+        return Bench::failedToRun("tool run", QStringLiteral("%1 process objects still exist after all runs")
                         .arg(KestrelDownloader::processObjectCount()));
 
     report(out, "messages dropped", quiet, true);

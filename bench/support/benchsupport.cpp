@@ -1,13 +1,17 @@
 #include "benchsupport.h"
 
 #include "app/filesetup.h"
+#include "app/identity.h"
+#include "appinstallation.h"
 #include "scenario.h"
 #include "testsandbox.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 
 #include <algorithm>
+#include <cstdio>
 #include <fcntl.h>
 #include <malloc.h>
 #include <numeric>
@@ -81,6 +85,28 @@ QProcessEnvironment childEnvironment(const TestSandbox &sandbox)
     environment.remove(QStringLiteral("KESTREL_FIXTURE_ACTIONS"));
     environment.remove(QStringLiteral("KESTREL_FIXTURE_RECORD"));
     return environment;
+}
+
+void sandboxThisProcess(TestSandbox &sandbox)
+{
+    sandbox.applyToThisProcess();
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QCoreApplication::setApplicationName(Identity::applicationName());
+    QCoreApplication::setOrganizationName(Identity::organisationName());
+}
+
+void addWindowFixtures(AppInstallation &installation)
+{
+    installation.addRecordingPlugin(QStringLiteral("updater"), QStringLiteral("Updater"));
+    installation.addCopyOf(FakeTool::builtToolPath(), QStringLiteral("kestreldl2"));
+    installation.addCopyOf(FakeTool::builtToolPath(), QStringLiteral("ffmpeg"));
+}
+
+int failedToRun(const char *benchmark, const QString &problem)
+{
+    std::fprintf(stderr, "%s: FAILED TO RUN: %s\n", benchmark, qPrintable(problem));
+    return 2;
 }
 
 QString bareDialogPath()

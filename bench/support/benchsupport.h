@@ -5,6 +5,7 @@
 #include <QString>
 #include <QtGlobal>
 
+class AppInstallation;
 class TestSandbox;
 
 // Small helpers the benchmark programs share: statistics, figures read from
@@ -33,6 +34,21 @@ qint64 heapInUseBytes();
 // sandbox's HOME and XDG folders, the offscreen platform and no message
 // pattern or logging rules of the person running the benchmark.
 QProcessEnvironment childEnvironment(const TestSandbox &sandbox);
+
+// Puts every standard location of this process into the sandbox and names
+// the application as the application does, before the QApplication exists;
+// the offscreen platform unless another one is asked for.
+void sandboxThisProcess(TestSandbox &sandbox);
+
+// What a measured copy of the application has beside its executable: the
+// recording updater as "Updater" (its check is called right after the window
+// is shown) and the fake tool as the tool files, whose presence is all that
+// matters there: the first start copies them into the data folder.
+void addWindowFixtures(AppInstallation &installation);
+
+// Reports on standard error that the benchmark could not run, and gives the
+// exit code for that.
+int failedToRun(const char *benchmark, const QString &problem);
 
 // The plain Qt dialog program the window figures are compared with.
 QString bareDialogPath();
