@@ -70,7 +70,8 @@ if grep -n -B2 -A12 'runtime error:' "$test_log"; then
     status=1
 fi
 
-# Qt's global thread pool (QImage converts large images on it) ends its worker
+# Qt's global thread pool (the raster paint engine draws on it when the style
+# paints a button frame; QImage converts large images on it) ends its worker
 # threads in ~QCoreApplication and waits for their work to finish, but not for
 # their thread-local destructors, which free each worker's QThreadData. Now and
 # then the process reaches its exit-time leak check first, and that one
