@@ -84,21 +84,10 @@ run=$(mktemp -d "${TMPDIR:-/tmp}/kestrel-demo.XXXXXX")
 server_pid=
 app_pid=
 
-stop_app() {
-    local pid=$app_pid
-    app_pid=
-    [ -n "$pid" ] || return 0
-    kill -TERM "$pid" 2>/dev/null || return 0
-    for _ in $(seq 50); do
-        kill -0 "$pid" 2>/dev/null || return 0
-        sleep 0.1
-    done
-    kill -KILL "$pid" 2>/dev/null || true
-}
-
-stop_server() {
-    local pid=$server_pid
-    server_pid=
+# stop_process <pid>: asks the process to end, and kills it if it has not
+# within five seconds. An empty pid or a process already gone is fine.
+stop_process() {
+    local pid=$1
     [ -n "$pid" ] || return 0
     kill -TERM "$pid" 2>/dev/null || return 0
     for _ in $(seq 50); do
@@ -111,8 +100,10 @@ stop_server() {
 finish() {
     local status=$?
     trap - EXIT INT TERM
-    stop_app
-    stop_server
+    stop_process "$app_pid"
+    app_pid=
+    stop_process "$server_pid"
+    server_pid=
     local output="$run/home/Downloads/KestrelD"
     if [ -d "$output" ] && [ -n "$(ls -A "$output" 2>/dev/null)" ]; then
         echo
