@@ -10,6 +10,7 @@ packages=(
     yt-dlp ffmpeg
     dpkg-dev desktop-file-utils
     clang libclang-rt-14-dev
+    libcurl4-openssl-dev libarchive-dev libssl-dev gpgv gnupg python3
 )
 
 missing=()

@@ -45,7 +45,7 @@ fi
 usage() {
     printf '\nUsage: yt-dlp [OPTIONS] URL [URL...]\n\nyt-dlp: error: %s\n' "$1" >&2
 }
-if [ -n "$FAKE_PROBE_FAILS" ] && [ "$1" = --ignore-config ]; then
+if [ -n "$FAKE_PROBE_FAILS" ] && [ "${@: -1}" = --simulate ]; then
     echo 'Traceback (most recent call last):' >&2
     exit 1
 fi
@@ -92,6 +92,11 @@ fi
 if [ -n "$FAKE_SIGNAL" ]; then kill -s "$FAKE_SIGNAL" $$; fi
 exit "${FAKE_EXIT:-0}"
 )";
+
+// What the launcher puts before the application's arguments when no
+// JavaScript runtime is at hand, as with the fake runtimes of Installation.
+const QStringList launcherPrefix{QStringLiteral("--ignore-config"), QStringLiteral("--encoding"),
+                                 QStringLiteral("utf-8"), QStringLiteral("--no-js-runtimes")};
 
 const char droppedNote[] = "kestreldl2: dropped --progress-delta 1 (not known to yt-dlp 2023.03.04)\n";
 const char missingNote[] = "kestreldl2: cannot find yt-dlp; install the Debian package yt-dlp\n";
@@ -284,6 +289,11 @@ public:
         if (!QFile::copy(QStringLiteral(KESTREL_LAUNCHER_PATH), launcher()))
             qFatal("cannot copy the launcher");
         writeScript(fake(), fakeYtDlp);
+        // Runtimes too old for the tool shadow any the machine has, so that
+        // no run names one.
+        writeScript(path(QStringLiteral("runtimes/deno")), "#!/bin/sh\necho 'deno 1.46.3 (stable)'\n");
+        writeScript(path(QStringLiteral("runtimes/node")), "#!/bin/sh\necho v18.19.0\n");
+        writeScript(path(QStringLiteral("runtimes/qjs")), "#!/bin/sh\necho 'QuickJS version 2021-03-27'\n");
 
         environment = QProcessEnvironment::systemEnvironment();
         for (const QString &name : environment.keys()) {
@@ -292,6 +302,10 @@ public:
         }
         environment.insert(QStringLiteral("KESTREL_YTDLP"), fake());
         environment.insert(QStringLiteral("FAKE_RECORD"), recordPath());
+        environment.insert(QStringLiteral("PATH"), runtimeFolder() + QLatin1Char(':')
+                                                       + environment.value(QStringLiteral("PATH")));
+        // No test here reaches a release feed: an install attempt fails at once.
+        environment.insert(QStringLiteral("KESTREL_TOOL_FEED"), QStringLiteral("http://127.0.0.1:9/"));
     }
 
     QString path(const QString &name) const { return m_root.filePath(name); }
@@ -299,6 +313,7 @@ public:
     QString launcher() const { return path(QStringLiteral("data/kestreldl2")); }
     QString cacheFile() const { return path(QStringLiteral("data/kestreldl2.flags")); }
     QString fake() const { return path(QStringLiteral("fake/yt-dlp")); }
+    QString runtimeFolder() const { return path(QStringLiteral("runtimes")); }
     QString recordPath() const { return path(QStringLiteral("record")); }
     QString pidFile() const { return path(QStringLiteral("tool.pid")); }
 
@@ -324,14 +339,22 @@ public:
     {
         qsizetype count = 0;
         for (const QStringList &arguments : invocations())
-            count += arguments.value(0) == QStringLiteral("--ignore-config") ? 1 : 0;
+            count += arguments.endsWith(QStringLiteral("--simulate")) || arguments.endsWith(QStringLiteral("--version"))
+                ? 1
+                : 0;
         return count;
     }
 
+    // The last command line the fake was given without the launcher's own
+    // flags in front, which is what the application gave; as it is when
+    // those flags are not there, so that a comparison shows it.
     QStringList lastInvocation() const
     {
         const QList<QStringList> all = invocations();
-        return all.isEmpty() ? QStringList() : all.last();
+        if (all.isEmpty())
+            return {};
+        const QStringList last = all.last();
+        return last.mid(0, launcherPrefix.size()) == launcherPrefix ? last.mid(launcherPrefix.size()) : last;
     }
 
     RawRun *start(const QStringList &arguments) const
@@ -373,7 +396,8 @@ private slots:
     void damagedCacheIsReplaced();
     void unwritableCacheChangesNothing();
     void inconclusiveAnswerKeepsTheFlag();
-    void plainRunAsksNothing();
+    void plainRunAsksOnceAboutTheLaunchersFlag();
+    void launchersFlagsComeFirst();
     void exitCodePassesThrough_data();
     void exitCodePassesThrough();
     void deathBySignalPassesThrough_data();
@@ -423,7 +447,8 @@ void TestLauncher::knownFlagIsKept()
     QCOMPARE(run->exitCode(), 0);
     QCOMPARE(installation.lastInvocation(), downloadArguments());
     QCOMPARE(run->err(), QByteArray());
-    QCOMPARE(installation.questions(), 1);
+    // --progress-delta and the launcher's own --no-js-runtimes.
+    QCOMPARE(installation.questions(), 2);
 }
 
 void TestLauncher::answerIsKeptForTheNextRun_data()
@@ -531,17 +556,31 @@ void TestLauncher::inconclusiveAnswerKeepsTheFlag()
     }
 }
 
-void TestLauncher::plainRunAsksNothing()
+void TestLauncher::plainRunAsksOnceAboutTheLaunchersFlag()
 {
     Installation installation;
     const QStringList arguments{QStringLiteral("--get-title"), QStringLiteral("--get-duration"),
                                 QStringLiteral("--no-playlist"),
                                 QStringLiteral("https://www.example.invalid/watch?v=kestrel")};
-    QScopedPointer<RawRun> run(installation.start(arguments));
+    for (int round = 1; round <= 2; ++round) {
+        QScopedPointer<RawRun> run(installation.start(arguments));
+        QVERIFY(run->wait());
+        QCOMPARE(run->exitCode(), 0);
+        QCOMPARE(run->err(), QByteArray());
+        QCOMPARE(installation.lastInvocation(), arguments);
+    }
+    QCOMPARE(installation.invocations().size(), 3);
+    QCOMPARE(installation.invocations().first(),
+             (QStringList{QStringLiteral("--ignore-config"), QStringLiteral("--no-js-runtimes"),
+                          QStringLiteral("--simulate")}));
+}
+
+void TestLauncher::launchersFlagsComeFirst()
+{
+    Installation installation;
+    QScopedPointer<RawRun> run(installation.start(downloadArguments()));
     QVERIFY(run->wait());
-    QCOMPARE(run->exitCode(), 0);
-    QCOMPARE(installation.invocations(), QList<QStringList>{arguments});
-    QVERIFY(!QFileInfo::exists(installation.cacheFile()));
+    QCOMPARE(installation.invocations().last(), launcherPrefix + withoutProgressDelta(downloadArguments()));
 }
 
 void TestLauncher::exitCodePassesThrough_data()
@@ -713,11 +752,12 @@ void TestLauncher::toolIsFoundOnPath()
     QScopedPointer<RawRun> missing(installation.start(downloadArguments()));
     QVERIFY(missing->wait());
     QCOMPARE(missing->exitCode(), 127);
-    QVERIFY(missing->err().startsWith(missingNote));
+    QVERIFY2(missing->err().contains(missingNote), missing->err().constData());
 
     // The fake comes before the system's own yt-dlp, which the fake's
     // commands need /usr/bin and /bin for.
     installation.environment.insert(QStringLiteral("PATH"), empty + QStringLiteral(":")
+                                        + installation.runtimeFolder() + QStringLiteral(":")
                                         + QFileInfo(installation.fake()).path()
                                         + QStringLiteral(":/usr/bin:/bin"));
     QScopedPointer<RawRun> found(installation.start(downloadArguments()));

@@ -74,15 +74,31 @@ int openNull(int flags)
     return ::open("/dev/null", flags | O_CLOEXEC);
 }
 
-// What a child that writes one stream to a pipe printed there, and how it
-// ended; finished is false when it did not end within the time given.
-struct CapturedRun
+// The launcher's environment with the parser's messages in English, which
+// is what the probe reads.
+std::vector<std::string> untranslatedEnvironment()
 {
-    bool started = false;
-    bool finished = false;
-    int status = 0;
-    std::string text;
-};
+    std::vector<std::string> environment;
+    for (char **entry = environ; entry && *entry; ++entry) {
+        if (std::strncmp(*entry, "LC_ALL=", 7) != 0 && std::strncmp(*entry, "LANGUAGE=", 9) != 0)
+            environment.emplace_back(*entry);
+    }
+    environment.emplace_back("LC_ALL=C");
+    environment.emplace_back("LANGUAGE=C");
+    return environment;
+}
+
+bool hasLine(const std::string &text, const std::string &line)
+{
+    for (std::size_t at = text.find(line); at != std::string::npos; at = text.find(line, at + 1)) {
+        const std::size_t end = at + line.size();
+        if (end == text.size() || text[end] == '\n' || text[end] == '\r')
+            return true;
+    }
+    return false;
+}
+
+} // namespace
 
 CapturedRun runCaptured(const std::string &program, const std::vector<std::string> &arguments, int capturedStream,
                         const std::vector<std::string> *environment, int timeoutMs)
@@ -157,32 +173,6 @@ CapturedRun runCaptured(const std::string &program, const std::vector<std::strin
     }
     return run;
 }
-
-// The launcher's environment with the parser's messages in English, which
-// is what the probe reads.
-std::vector<std::string> untranslatedEnvironment()
-{
-    std::vector<std::string> environment;
-    for (char **entry = environ; entry && *entry; ++entry) {
-        if (std::strncmp(*entry, "LC_ALL=", 7) != 0 && std::strncmp(*entry, "LANGUAGE=", 9) != 0)
-            environment.emplace_back(*entry);
-    }
-    environment.emplace_back("LC_ALL=C");
-    environment.emplace_back("LANGUAGE=C");
-    return environment;
-}
-
-bool hasLine(const std::string &text, const std::string &line)
-{
-    for (std::size_t at = text.find(line); at != std::string::npos; at = text.find(line, at + 1)) {
-        const std::size_t end = at + line.size();
-        if (end == text.size() || text[end] == '\n' || text[end] == '\r')
-            return true;
-    }
-    return false;
-}
-
-} // namespace
 
 void rememberInheritedSignals()
 {
@@ -292,19 +282,31 @@ FlagSupport probeFlagSupport(const std::string &tool, const std::string &flag, c
     return FlagSupport::Undetermined;
 }
 
-std::optional<std::string> queryToolVersion(const std::string &tool, int timeoutMs)
+std::optional<std::string> firstOutputLine(const std::string &program, const std::vector<std::string> &arguments,
+                                           int timeoutMs, bool needsSuccess)
 {
-    const std::vector<std::string> arguments{tool, "--ignore-config", "--version"};
-    const CapturedRun run = runCaptured(tool, arguments, STDOUT_FILENO, nullptr, timeoutMs);
-    if (!run.finished || !WIFEXITED(run.status) || WEXITSTATUS(run.status) != 0)
+    std::vector<std::string> argv{program};
+    argv.insert(argv.end(), arguments.begin(), arguments.end());
+    const CapturedRun run = runCaptured(program, argv, STDOUT_FILENO, nullptr, timeoutMs);
+    if (!run.finished)
         return std::nullopt;
-    std::string version = run.text.substr(0, run.text.find_first_of("\r\n"));
-    if (version.empty() || version.size() > 64)
+    if (needsSuccess && (!WIFEXITED(run.status) || WEXITSTATUS(run.status) != 0))
         return std::nullopt;
-    for (const char c : version) {
-        if (c < 0x21 || c > 0x7e)
+    std::string line = run.text.substr(0, run.text.find_first_of("\r\n"));
+    if (line.empty() || line.size() > 200)
+        return std::nullopt;
+    for (const char c : line) {
+        if (c < 0x20 || c > 0x7e)
             return std::nullopt;
     }
+    return line;
+}
+
+std::optional<std::string> queryToolVersion(const std::string &tool, int timeoutMs)
+{
+    std::optional<std::string> version = firstOutputLine(tool, {"--ignore-config", "--version"}, timeoutMs, true);
+    if (version && (version->size() > 64 || version->find(' ') != std::string::npos))
+        return std::nullopt;
     return version;
 }
 
@@ -363,10 +365,13 @@ void exitLike(int waitStatus)
         ::_exit(WEXITSTATUS(waitStatus));
     if (!WIFSIGNALED(waitStatus))
         ::_exit(1);
+    endBySignal(WTERMSIG(waitStatus));
+}
 
-    const int signal = WTERMSIG(waitStatus);
-    // The child has written its core file if there was one to write; the
-    // launcher's would only be a second, useless one. A core pattern that
+void endBySignal(int signal)
+{
+    // A core file of the launcher would be useless: a crashed child has
+    // written its own, and a refused update has nothing to show. A core pattern that
     // pipes to a program (systemd-coredump) ignores RLIMIT_CORE, so the
     // launcher also makes itself non-dumpable.
     rlimit core;

@@ -30,6 +30,29 @@ struct ChildStreams
 pid_t startChild(const std::string &program, const std::vector<std::string> &arguments,
                  const ChildStreams &streams, const std::vector<std::string> *environment, int *error);
 
+// What a child that wrote one of its streams to a pipe printed there, and how
+// it ended; finished is false when it did not end within the time given (it
+// is then killed).
+struct CapturedRun
+{
+    bool started = false;
+    bool finished = false;
+    int status = 0;
+    std::string text;
+};
+
+// Runs program with arguments (argv[0] is program) with its standard input
+// from /dev/null and capturedStream (STDOUT_FILENO or STDERR_FILENO) read
+// into the result; the other stream goes to /dev/null.
+CapturedRun runCaptured(const std::string &program, const std::vector<std::string> &arguments, int capturedStream,
+                        const std::vector<std::string> *environment, int timeoutMs);
+
+// The first line program printed on standard output when run with
+// arguments, if it printed one of printable ASCII within timeoutMs and, when
+// needsSuccess, ended with exit code 0.
+std::optional<std::string> firstOutputLine(const std::string &program, const std::vector<std::string> &arguments,
+                                           int timeoutMs, bool needsSuccess);
+
 enum class FlagSupport { Supported, Unsupported, Undetermined };
 
 // The command line that asks tool whether it knows flag, without arguments[0].
@@ -50,6 +73,10 @@ std::optional<std::string> queryToolVersion(const std::string &tool, int timeout
 // streams, passes SIGTERM, SIGINT and SIGHUP the launcher receives on to it,
 // and returns its wait status; -1 with *error set when it could not start.
 int runTool(const std::string &tool, const std::vector<std::string> &arguments, int *error);
+
+// Ends the launcher by signal, without a core file: how it reports a
+// failure that the application must see as a crash.
+[[noreturn]] void endBySignal(int signal);
 
 // Ends the launcher as the child with waitStatus ended: with its exit code,
 // or by the same signal.

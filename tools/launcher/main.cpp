@@ -1,25 +1,39 @@
-// kestreldl2 on Linux: runs the system's yt-dlp with the arguments the
-// application gives, as its child, and ends the way yt-dlp ended.
+// kestreldl2: runs the downloader tool with the arguments the application
+// gives, as its child, and ends the way the tool ended.
+//
+// The tool is the launcher's own managed copy of the tool's standalone
+// release build in the data folder beside it, installed on first need and
+// refreshed weekly (ManagedTools); the system's yt-dlp when there is none.
+// "kestreldl2 --update" installs or updates the managed copies and ends as
+// a crash when it cannot, which is what the application reports as a failed
+// update.
 //
 // The application stops a download by killing every process whose
 // executable is this file, and judges a run by whether it ended by a signal,
-// so the launcher must not outlive yt-dlp's purpose nor hide how it ended.
-// It writes nothing to standard output: that is yt-dlp's, read by the
-// application byte for byte.
+// so the launcher must not outlive the tool's purpose nor hide how it ended.
+// It writes nothing of its own to standard output during a tool run: that is
+// the tool's, read by the application byte for byte.
 
 #include "childprocess.h"
 #include "flagcache.h"
+#include "jsruntime.h"
+#include "managedtools.h"
 #include "toolflags.h"
 #include "toollocation.h"
 
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <optional>
 #include <set>
 #include <string>
 #include <vector>
 
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -30,12 +44,12 @@ constexpr int probeTimeoutMs = 20000;
 
 const char cacheFileName[] = "kestreldl2.flags";
 
-void note(const std::string &text)
+void writeLine(int fd, const std::string &text)
 {
-    const std::string line = "kestreldl2: " + text + '\n';
+    const std::string line = text + '\n';
     std::size_t written = 0;
     while (written < line.size()) {
-        const ssize_t n = ::write(STDERR_FILENO, line.data() + written, line.size() - written);
+        const ssize_t n = ::write(fd, line.data() + written, line.size() - written);
         if (n < 0 && errno == EINTR)
             continue;
         if (n <= 0)
@@ -44,18 +58,51 @@ void note(const std::string &text)
     }
 }
 
-// arguments without the checked flags that tool does not know. The answers
-// are kept in a file beside the launcher; when that file cannot be read or
-// written the tool is simply asked again next time.
-std::vector<std::string> withoutUnknownFlags(const std::string &tool, const std::vector<std::string> &arguments,
-                                             const std::vector<std::string> &checked)
+void note(const std::string &text)
 {
-    const std::string folder = Launcher::ownFolder();
-    const std::string cachePath = folder.empty() ? std::string() : folder + '/' + cacheFileName;
+    writeLine(STDERR_FILENO, "kestreldl2: " + text);
+}
+
+// What the launcher learnt about installed programs (the flags the tool
+// knows, the runtimes' versions), kept beside it because asking costs a
+// program start. When the file cannot be read or written, the programs are
+// simply asked again next time.
+class KnowledgeCache
+{
+public:
+    explicit KnowledgeCache(const std::string &folder)
+        : m_path(folder.empty() ? std::string() : folder + '/' + cacheFileName)
+        , m_cache(m_path.empty() ? Launcher::FlagCache() : Launcher::FlagCache::load(m_path))
+    {
+    }
+
+    bool canKeep() const { return !m_path.empty(); }
+    Launcher::FlagCache &cache() { return m_cache; }
+    void learnt() { m_learnt = true; }
+    bool *learntFlag() { return &m_learnt; }
+
+    // Called before the launcher hands over to the tool: it ends with
+    // _exit(), which runs no destructor.
+    void saveIfLearnt()
+    {
+        if (m_learnt && !m_path.empty())
+            m_cache.save(m_path);
+        m_learnt = false;
+    }
+
+private:
+    std::string m_path;
+    Launcher::FlagCache m_cache;
+    bool m_learnt = false;
+};
+
+// arguments without the checked flags that tool does not know.
+std::vector<std::string> withoutUnknownFlags(const std::string &tool, const std::vector<std::string> &arguments,
+                                             const std::vector<std::string> &checked, KnowledgeCache &knowledge)
+{
     const std::optional<Launcher::ToolIdentity> identity = Launcher::identifyTool(tool);
-    const bool canCache = identity && !cachePath.empty();
-    Launcher::FlagCache cache = canCache ? Launcher::FlagCache::load(cachePath) : Launcher::FlagCache();
-    bool learnt = false;
+    const bool canCache = identity && knowledge.canKeep();
+    Launcher::FlagCache &cache = knowledge.cache();
 
     std::set<std::string> unknown;
     for (const std::string &flag : checked) {
@@ -68,30 +115,24 @@ std::vector<std::string> withoutUnknownFlags(const std::string &tool, const std:
                 supported = answer == Launcher::FlagSupport::Supported;
                 if (canCache) {
                     cache.setSupports(*identity, flag, *supported);
-                    learnt = true;
+                    knowledge.learnt();
                 }
             }
         }
         if (supported && !*supported)
             unknown.insert(flag);
     }
-
-    if (unknown.empty()) {
-        if (learnt)
-            cache.save(cachePath);
+    if (unknown.empty())
         return arguments;
-    }
 
     std::optional<std::string> version = canCache ? cache.version(*identity) : std::nullopt;
     if (!version) {
         version = Launcher::queryToolVersion(tool, probeTimeoutMs);
         if (version && canCache) {
             cache.setVersion(*identity, *version);
-            learnt = true;
+            knowledge.learnt();
         }
     }
-    if (learnt)
-        cache.save(cachePath);
 
     std::vector<Launcher::DroppedFlag> dropped;
     const std::vector<std::string> kept = Launcher::dropFlags(arguments, unknown, &dropped);
@@ -104,6 +145,120 @@ std::vector<std::string> withoutUnknownFlags(const std::string &tool, const std:
     return kept;
 }
 
+bool hasNewEnoughSystemRuntime(KnowledgeCache &knowledge)
+{
+    return Launcher::findSystemRuntime(knowledge.cache(), knowledge.learntFlag()).has_value();
+}
+
+// The runtime every tool run names: one on PATH that is new enough, else
+// the managed Deno when it is installed.
+std::optional<Launcher::JsRuntime> runtimeInUse(const Launcher::ManagedTools &managed, KnowledgeCache &knowledge)
+{
+    if (std::optional<Launcher::JsRuntime> system
+        = Launcher::findSystemRuntime(knowledge.cache(), knowledge.learntFlag()))
+        return system;
+    if (managed.hasRuntime())
+        return Launcher::JsRuntime{"deno", managed.runtimePath()};
+    return std::nullopt;
+}
+
+// What the launcher puts before the application's arguments on every run:
+// the user's own configuration files stay out of it (a "--print" line there
+// would change the output the application parses), the output is UTF-8
+// whatever the locale, and the tool uses exactly the runtime chosen here
+// instead of searching for one itself.
+std::vector<std::string> launcherArguments(const std::optional<Launcher::JsRuntime> &runtime)
+{
+    std::vector<std::string> arguments{"--ignore-config", "--encoding", "utf-8", "--no-js-runtimes"};
+    if (runtime) {
+        arguments.emplace_back("--js-runtimes");
+        arguments.push_back(runtime->flagValue());
+    }
+    return arguments;
+}
+
+// For a tool that runs on the system's Python, where --encoding alone does
+// not reach every stream.
+void forceUtf8Output()
+{
+    ::setenv("PYTHONIOENCODING", "utf-8", 1);
+    ::setenv("PYTHONUTF8", "1", 1);
+}
+
+// Refreshes the managed copies in a child of the launcher while the tool
+// runs. The child dies with the launcher (an interrupted install leaves the
+// installed copies as they were), writes nothing anywhere the application
+// reads, and gives up at once when another launcher is updating.
+void startRefresh(Launcher::ManagedTools &managed, bool withRuntime)
+{
+    const pid_t parent = ::getpid();
+    const pid_t pid = ::fork();
+    if (pid != 0)
+        return;
+    if (::prctl(PR_SET_PDEATHSIG, SIGKILL) != 0 || ::getppid() != parent)
+        ::_exit(0);
+    const int null = ::open("/dev/null", O_RDWR | O_CLOEXEC);
+    if (null >= 0) {
+        ::dup2(null, STDIN_FILENO);
+        ::dup2(null, STDOUT_FILENO);
+        ::dup2(null, STDERR_FILENO);
+    }
+    managed.update(withRuntime, Launcher::FolderLock::Wait::NotAtAll);
+    ::_exit(0);
+}
+
+// kestreldl2 --update: installs or updates the managed tool, and the managed
+// runtime unless the system has one that is new enough.
+[[noreturn]] void updateManagedCopies(const std::string &folder)
+{
+    Launcher::ManagedTools managed(folder);
+    KnowledgeCache knowledge(folder);
+    const bool withRuntime = !hasNewEnoughSystemRuntime(knowledge);
+    knowledge.saveIfLearnt();
+    const Launcher::ManagedTools::Outcome outcome = managed.update(withRuntime, Launcher::FolderLock::Wait::UntilFree);
+    if (!outcome.ok) {
+        note("update refused: " + outcome.message);
+        Launcher::endBySignal(SIGABRT);
+    }
+    writeLine(STDOUT_FILENO, outcome.message);
+    std::exit(0);
+}
+
+struct ToolChoice
+{
+    std::string path;
+    bool managed = false;
+};
+
+// The tool to run: KESTREL_YTDLP's when set (a developer's or a test's
+// choice, left alone); else the managed copy, installed first when missing
+// (at most one attempt an hour); else the system's yt-dlp.
+ToolChoice chooseTool(Launcher::ManagedTools &managed, KnowledgeCache &knowledge, std::string *problem)
+{
+    const char *chosen = std::getenv(Launcher::toolVariable());
+    if (chosen && *chosen)
+        return {Launcher::findTool(problem), false};
+
+    const std::time_t now = std::time(nullptr);
+    if (!managed.hasTool() && managed.mayTryInstall(now)) {
+        const Launcher::ManagedTools::Outcome outcome
+            = managed.update(!hasNewEnoughSystemRuntime(knowledge), Launcher::FolderLock::Wait::UntilFree);
+        if (!outcome.ok)
+            note("cannot install the managed yt-dlp (" + outcome.message + "); using the system's yt-dlp");
+    }
+    if (managed.hasTool()) {
+        if (managed.isDueForRefresh(now))
+            startRefresh(managed, !hasNewEnoughSystemRuntime(knowledge));
+        return {managed.toolPath(), true};
+    }
+    return {Launcher::findTool(problem), false};
+}
+
+bool isCrashSignal(int signal)
+{
+    return signal == SIGSEGV || signal == SIGILL || signal == SIGBUS || signal == SIGFPE || signal == SIGABRT;
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -111,23 +266,35 @@ int main(int argc, char *argv[])
     Launcher::rememberInheritedSignals();
     std::signal(SIGPIPE, SIG_IGN);
 
+    const std::string folder = Launcher::ownFolder();
+    const std::vector<std::string> given(argv + 1, argv + argc);
+    if (given == std::vector<std::string>{"--update"})
+        updateManagedCopies(folder);
+
+    Launcher::ManagedTools managed(folder);
+    KnowledgeCache knowledge(folder);
     std::string problem;
-    const std::string tool = Launcher::findTool(&problem);
-    if (tool.empty()) {
+    const ToolChoice tool = chooseTool(managed, knowledge, &problem);
+    if (tool.path.empty()) {
         note("cannot find yt-dlp; install the Debian package yt-dlp");
         note(problem);
         return 127;
     }
 
-    std::vector<std::string> arguments(argv + 1, argv + argc);
+    std::vector<std::string> arguments = launcherArguments(runtimeInUse(managed, knowledge));
+    arguments.insert(arguments.end(), given.begin(), given.end());
     const std::vector<std::string> checked = Launcher::flagsToCheck(arguments);
     if (!checked.empty())
-        arguments = withoutUnknownFlags(tool, arguments, checked);
+        arguments = withoutUnknownFlags(tool.path, arguments, checked, knowledge);
 
+    knowledge.saveIfLearnt();
+    forceUtf8Output();
     int error = 0;
-    const int status = Launcher::runTool(tool, arguments, &error);
+    const int status = Launcher::runTool(tool.path, arguments, &error);
+    if (tool.managed)
+        managed.settleAfterRun(status >= 0 && !(WIFSIGNALED(status) && isCrashSignal(WTERMSIG(status))));
     if (status < 0) {
-        note("cannot run " + tool + ": " + std::strerror(error));
+        note("cannot run " + tool.path + ": " + std::strerror(error));
         return 127;
     }
     Launcher::exitLike(status);

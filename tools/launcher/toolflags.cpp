@@ -62,6 +62,12 @@ const std::vector<ToolFlag> &toolFlags()
         {"--get-duration", false, false, nullptr},
         {"--list-formats", false, false, nullptr},
         {"--update", false, false, nullptr},
+        // Given by the launcher itself to every run.
+        {"--ignore-config", false, false, nullptr},
+        {"--encoding", true, false, nullptr},
+        // Added to yt-dlp in 2025.11.
+        {"--no-js-runtimes", false, true, nullptr},
+        {"--js-runtimes", true, true, "deno"},
     };
     return flags;
 }

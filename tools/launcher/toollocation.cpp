@@ -42,6 +42,14 @@ std::string findTool(std::string *problem)
         return {};
     }
 
+    const std::string found = findOnPath("yt-dlp");
+    if (found.empty())
+        *problem = "no yt-dlp on PATH (" + searchPath() + ")";
+    return found;
+}
+
+std::string findOnPath(const std::string &name)
+{
     const std::string path = searchPath();
     std::size_t start = 0;
     for (;;) {
@@ -50,15 +58,13 @@ std::string findTool(std::string *problem)
         // An empty entry stands for the current folder, as for the shell.
         if (folder.empty())
             folder = ".";
-        const std::string candidate = folder + "/yt-dlp";
+        const std::string candidate = folder + '/' + name;
         if (isExecutableFile(candidate))
             return candidate;
         if (end == std::string::npos)
-            break;
+            return {};
         start = end + 1;
     }
-    *problem = "no yt-dlp on PATH (" + path + ")";
-    return {};
 }
 
 std::string ownFolder()

@@ -16,6 +16,9 @@ inline const char *toolVariable()
 // what was looked at.
 std::string findTool(std::string *problem);
 
+// The first executable file called name in a folder of PATH; empty if none.
+std::string findOnPath(const std::string &name);
+
 // The folder the launcher runs from, which is the application's data
 // folder once the application has copied it there; empty if unknown.
 std::string ownFolder();

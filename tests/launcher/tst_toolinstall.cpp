@@ -1,0 +1,735 @@
+// The launcher's managed copies of the tool and of the JavaScript runtime,
+// installed from a release feed on 127.0.0.1 that the test makes and signs
+// with a throw-away key. The "release" is a small script that answers
+// --version with its version and records every other command line.
+
+#include "testsandbox.h"
+
+#include <QApplication>
+#include <QCryptographicHash>
+#include <QDateTime>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QRegularExpression>
+#include <QTcpServer>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QThread>
+
+#include <memory>
+
+namespace {
+
+const char releaseKeyUser[] = "Kestrel Test Release <release@example.invalid>";
+const char otherKeyUser[] = "Kestrel Test Stranger <stranger@example.invalid>";
+const char toolAsset[] = "yt-dlp_linux";
+const char runtimeArchive[] = "deno-x86_64-unknown-linux-gnu.zip";
+
+QByteArray readAll(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void writeFile(const QString &path, const QByteArray &content, bool executable = false)
+{
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(content) != content.size())
+        qFatal("cannot write %s", qPrintable(path));
+    file.close();
+    if (executable)
+        file.setPermissions(file.permissions() | QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther);
+}
+
+QString sha256Hex(const QByteArray &bytes)
+{
+    return QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex());
+}
+
+// A release of the tool: answers --version with version (or fails it when
+// broken), the option parser's question about a flag as the real tool does
+// (exit code 2 without an address), and records every other command line.
+QByteArray toolRelease(const QString &version, bool broken = false)
+{
+    QByteArray script = "#!/bin/bash\n"
+                        "if [ \"$*\" = --version ]; then\n";
+    script += broken ? "    echo 'cannot load the bundled libraries' >&2\n    exit 1\n"
+                     : "    echo " + version.toUtf8() + "\n    exit 0\n";
+    script += "fi\n"
+              "url=\n"
+              "for arg in \"$@\"; do case \"$arg\" in https://*) url=$arg ;; esac; done\n"
+              "if [ -z \"$url\" ]; then echo 'yt-dlp: error: You must provide at least one URL.' >&2; exit 2; fi\n"
+              "(IFS=$'\\x1f'; printf '%s\\n' \"release " + version.toUtf8() + "$IFS$*\") >> \"$FAKE_RECORD\"\n"
+              "if [ -n \"$FAKE_SLEEP\" ]; then sleep \"$FAKE_SLEEP\"; fi\n"
+              "exit 0\n";
+    return script;
+}
+
+// An executable that prints firstLine whatever it is asked.
+QByteArray answering(const QByteArray &firstLine)
+{
+    return "#!/bin/sh\necho '" + firstLine + "'\n";
+}
+
+// The system's yt-dlp on PATH, which the launcher falls back to.
+QByteArray systemTool()
+{
+    return "#!/bin/bash\n"
+           "if [ \"$*\" = --version ]; then echo 2023.03.04; exit 0; fi\n"
+           "url=\n"
+           "for arg in \"$@\"; do case \"$arg\" in https://*) url=$arg ;; esac; done\n"
+           "if [ -z \"$url\" ]; then echo 'yt-dlp: error: You must provide at least one URL.' >&2; exit 2; fi\n"
+           "(IFS=$'\\x1f'; printf '%s\\n' \"system$IFS$*\") >> \"$FAKE_RECORD\"\n";
+}
+
+struct RunResult
+{
+    bool finished = false;
+    QProcess::ExitStatus status = QProcess::NormalExit;
+    int exitCode = -1;
+    QByteArray out;
+    QByteArray err;
+
+    bool crashed() const { return finished && status == QProcess::CrashExit; }
+    bool succeeded() const { return finished && status == QProcess::NormalExit && exitCode == 0; }
+};
+
+} // namespace
+
+class TestToolInstall : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void cleanupTestCase();
+
+    void firstInstallBringsToolAndRuntime();
+    void newerReleaseReplacesTheCopy();
+    void sameReleaseIsNotDownloadedAgain();
+    void badReleaseIsRefused_data();
+    void badReleaseIsRefused();
+    void unreachableFeedEndsAsCrashAndWaitsAnHour();
+    void plainHttpFeedIsRefused();
+    void newCopyThatDoesNotRunIsRolledBack();
+    void twoUpdatesAtOnceInstallOnce();
+    void killedUpdateLeavesOldCopyWorking();
+    void newEnoughSystemRuntimeIsUsed();
+    void tooOldSystemRuntimeGetsManagedDeno();
+    void everyRunNamesRuntimeAndIgnoresConfig();
+    void normalRunInstallsFirst();
+    void staleCopyIsRefreshedBesideTheRun();
+    void userConfigCannotChangeOutput();
+    void outputIsUtf8WhateverTheLocale();
+
+private:
+    QString path(const QString &name) const { return m_root->filePath(name); }
+    QString dataFolder() const { return path(QStringLiteral("data")); }
+    QString launcher() const { return path(QStringLiteral("data/kestreldl2")); }
+    QString feedFolder() const { return path(QStringLiteral("feed")); }
+    QString fakeBin() const { return path(QStringLiteral("bin")); }
+    QString recordPath() const { return path(QStringLiteral("record")); }
+    QString feedAddress() const { return QStringLiteral("http://127.0.0.1:%1/").arg(m_feedPort); }
+
+    void gpg(const QStringList &arguments, const QByteArray &input = {});
+    void publishTool(const QByteArray &release, bool withSumLine = true);
+    void signSums(const char *keyUser);
+    void publishRuntime(const QByteArray &denoVersionLine);
+    void setBehaviour(const QString &file, const QString &how);
+    void setSystemNode(const QByteArray &versionLine);
+    void startFeed();
+    void stopFeed();
+
+    QProcess *startLauncher(const QStringList &arguments, const QProcessEnvironment &environment);
+    RunResult runLauncher(const QStringList &arguments, const QProcessEnvironment &environment);
+    RunResult runLauncher(const QStringList &arguments) { return runLauncher(arguments, m_environment); }
+    RunResult update() { return runLauncher({QStringLiteral("--update")}); }
+
+    QStringList feedRequests() const;
+    void forgetFeedRequests() { QFile::remove(path(QStringLiteral("feed.log"))); }
+    QStringList dataFiles() const;
+    QStringList scratchFiles() const;
+    QList<QStringList> recordedRuns() const;
+    QByteArray installedTool() const { return readAll(dataFolder() + QLatin1Char('/') + QLatin1String(toolAsset)); }
+    void installRelease(const QString &version);
+
+    TestSandbox m_sandbox;
+    QTemporaryDir m_keys;
+    std::unique_ptr<QTemporaryDir> m_root;
+    QProcess m_feed;
+    quint16 m_feedPort = 0;
+    QProcessEnvironment m_environment;
+};
+
+void TestToolInstall::initTestCase()
+{
+    QVERIFY(m_keys.isValid());
+    for (const char *user : {releaseKeyUser, otherKeyUser})
+        gpg({QStringLiteral("--quick-gen-key"), QString::fromUtf8(user), QStringLiteral("ed25519"),
+             QStringLiteral("sign"), QStringLiteral("never")});
+    QProcess exporter;
+    exporter.setProcessEnvironment(QProcessEnvironment::systemEnvironment());
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("GNUPGHOME"), m_keys.path());
+    exporter.setProcessEnvironment(environment);
+    exporter.start(QStringLiteral("gpg"), {QStringLiteral("--batch"), QStringLiteral("--armor"),
+                                           QStringLiteral("--export"), QString::fromUtf8(releaseKeyUser)});
+    QVERIFY(exporter.waitForFinished(60000));
+    const QByteArray armoured = exporter.readAllStandardOutput();
+    QVERIFY(armoured.startsWith("-----BEGIN PGP PUBLIC KEY BLOCK-----"));
+    writeFile(m_keys.filePath(QStringLiteral("release.asc")), armoured);
+}
+
+void TestToolInstall::init()
+{
+    m_root = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_root->isValid());
+    QVERIFY(QDir().mkpath(dataFolder()));
+    QVERIFY(QFile::copy(QStringLiteral(KESTREL_LAUNCHER_PATH), launcher()));
+    QVERIFY(QDir().mkpath(feedFolder()));
+
+    writeFile(fakeBin() + QStringLiteral("/yt-dlp"), systemTool(), true);
+    // Debian bookworm's Node: too old for the tool.
+    setSystemNode("v18.19.0");
+    publishTool(toolRelease(QStringLiteral("2026.11.01")));
+    publishRuntime("deno 2.5.6 (stable, release, x86_64-unknown-linux-gnu)");
+
+    m_environment = QProcessEnvironment::systemEnvironment();
+    m_environment.remove(QStringLiteral("KESTREL_YTDLP"));
+    m_environment.insert(QStringLiteral("PATH"),
+                         fakeBin() + QLatin1Char(':') + m_environment.value(QStringLiteral("PATH")));
+    m_environment.insert(QStringLiteral("KESTREL_TOOL_KEYRING"), m_keys.filePath(QStringLiteral("release.asc")));
+    m_environment.insert(QStringLiteral("FAKE_RECORD"), recordPath());
+    startFeed();
+    m_environment.insert(QStringLiteral("KESTREL_TOOL_FEED"), feedAddress());
+    m_environment.insert(QStringLiteral("KESTREL_JS_RUNTIME_FEED"), feedAddress());
+}
+
+void TestToolInstall::cleanup()
+{
+    stopFeed();
+    m_root.reset();
+}
+
+void TestToolInstall::cleanupTestCase()
+{
+    // gpg started an agent for the throw-away keys.
+    QProcess::execute(QStringLiteral("gpgconf"), {QStringLiteral("--homedir"), m_keys.path(),
+                                                  QStringLiteral("--kill"), QStringLiteral("gpg-agent")});
+}
+
+void TestToolInstall::gpg(const QStringList &arguments, const QByteArray &input)
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("GNUPGHOME"), m_keys.path());
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral("gpg"),
+                  QStringList{QStringLiteral("--batch"), QStringLiteral("--yes"), QStringLiteral("--passphrase"),
+                              QString(), QStringLiteral("--pinentry-mode"), QStringLiteral("loopback")}
+                      + arguments);
+    process.write(input);
+    process.closeWriteChannel();
+    QVERIFY2(process.waitForFinished(60000), "gpg hangs");
+    QVERIFY2(process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0,
+             process.readAllStandardError().constData());
+}
+
+void TestToolInstall::publishTool(const QByteArray &release, bool withSumLine)
+{
+    writeFile(feedFolder() + QLatin1Char('/') + QLatin1String(toolAsset), release);
+    QByteArray sums = sha256Hex("some other asset").toLatin1() + "  yt-dlp.exe\n";
+    if (withSumLine)
+        sums += sha256Hex(release).toLatin1() + "  " + toolAsset + "\n";
+    sums += sha256Hex("yet another asset").toLatin1() + "  yt-dlp_macos\n";
+    writeFile(feedFolder() + QStringLiteral("/SHA2-256SUMS"), sums);
+    signSums(releaseKeyUser);
+}
+
+void TestToolInstall::signSums(const char *keyUser)
+{
+    gpg({QStringLiteral("--local-user"), QString::fromUtf8(keyUser), QStringLiteral("--output"),
+         feedFolder() + QStringLiteral("/SHA2-256SUMS.sig"), QStringLiteral("--detach-sign"),
+         feedFolder() + QStringLiteral("/SHA2-256SUMS")});
+}
+
+void TestToolInstall::publishRuntime(const QByteArray &denoVersionLine)
+{
+    const QString executable = path(QStringLiteral("runtime/deno"));
+    writeFile(executable, answering(denoVersionLine), true);
+    const QString archive = feedFolder() + QLatin1Char('/') + QLatin1String(runtimeArchive);
+    QFile::remove(archive);
+    QCOMPARE(QProcess::execute(QStringLiteral("python3"),
+                               {QStringLiteral("-c"),
+                                QStringLiteral("import sys, zipfile\n"
+                                               "with zipfile.ZipFile(sys.argv[1], 'w') as z:\n"
+                                               "    z.write(sys.argv[2], 'deno')\n"),
+                                archive, executable}),
+             0);
+    writeFile(archive + QStringLiteral(".sha256sum"),
+              sha256Hex(readAll(archive)).toLatin1() + "  " + runtimeArchive + "\n");
+}
+
+void TestToolInstall::setBehaviour(const QString &file, const QString &how)
+{
+    writeFile(feedFolder() + QStringLiteral("/.behaviour"), QStringLiteral("%1 %2\n").arg(file, how).toUtf8());
+}
+
+void TestToolInstall::setSystemNode(const QByteArray &versionLine)
+{
+    writeFile(fakeBin() + QStringLiteral("/node"), answering(versionLine), true);
+}
+
+void TestToolInstall::startFeed()
+{
+    const QString portFile = path(QStringLiteral("feed.port"));
+    m_feed.start(QStringLiteral("python3"), {QStringLiteral(KESTREL_FEED_SERVER), feedFolder(), portFile,
+                                             path(QStringLiteral("feed.log"))});
+    QVERIFY(m_feed.waitForStarted());
+    QDeadlineTimer deadline(20000);
+    while (!QFileInfo::exists(portFile) && !deadline.hasExpired())
+        QThread::msleep(10);
+    m_feedPort = quint16(readAll(portFile).toUInt());
+    QVERIFY(m_feedPort != 0);
+}
+
+void TestToolInstall::stopFeed()
+{
+    if (m_feed.state() != QProcess::NotRunning) {
+        m_feed.kill();
+        m_feed.waitForFinished();
+    }
+}
+
+QProcess *TestToolInstall::startLauncher(const QStringList &arguments, const QProcessEnvironment &environment)
+{
+    auto *process = new QProcess(this);
+    process->setProcessEnvironment(environment);
+    process->setWorkingDirectory(dataFolder());
+    process->start(launcher(), arguments);
+    return process;
+}
+
+RunResult TestToolInstall::runLauncher(const QStringList &arguments, const QProcessEnvironment &environment)
+{
+    std::unique_ptr<QProcess> process(startLauncher(arguments, environment));
+    RunResult result;
+    result.finished = process->waitForFinished(120000);
+    result.status = process->exitStatus();
+    result.exitCode = process->exitCode();
+    result.out = process->readAllStandardOutput();
+    result.err = process->readAllStandardError();
+    if (!result.finished) {
+        process->kill();
+        process->waitForFinished();
+    }
+    return result;
+}
+
+QStringList TestToolInstall::feedRequests() const
+{
+    QStringList requests;
+    for (const QByteArray &line : readAll(path(QStringLiteral("feed.log"))).split('\n')) {
+        if (!line.isEmpty())
+            requests << QString::fromUtf8(line);
+    }
+    return requests;
+}
+
+QStringList TestToolInstall::dataFiles() const
+{
+    return QDir(dataFolder()).entryList(QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+}
+
+QStringList TestToolInstall::scratchFiles() const
+{
+    return dataFiles().filter(QRegularExpression(QStringLiteral("^\\.kestreldl2-")));
+}
+
+QList<QStringList> TestToolInstall::recordedRuns() const
+{
+    QList<QStringList> runs;
+    for (const QByteArray &line : readAll(recordPath()).split('\n')) {
+        if (line.isEmpty())
+            continue;
+        QStringList arguments;
+        for (const QByteArray &argument : line.split('\x1f'))
+            arguments << QString::fromUtf8(argument);
+        runs << arguments;
+    }
+    return runs;
+}
+
+void TestToolInstall::installRelease(const QString &version)
+{
+    publishTool(toolRelease(version));
+    const RunResult result = update();
+    QVERIFY2(result.succeeded(), result.err.constData());
+    QCOMPARE(installedTool(), toolRelease(version));
+}
+
+void TestToolInstall::firstInstallBringsToolAndRuntime()
+{
+    const RunResult result = update();
+    QVERIFY2(result.succeeded(), result.err.constData());
+    QCOMPARE(result.out, QByteArray("installed yt-dlp_linux 2026.11.01; installed deno 2.5.6 (stable, release, "
+                                    "x86_64-unknown-linux-gnu)\n"));
+    QCOMPARE(installedTool(), toolRelease(QStringLiteral("2026.11.01")));
+    QCOMPARE(readAll(dataFolder() + QStringLiteral("/deno")),
+             answering("deno 2.5.6 (stable, release, x86_64-unknown-linux-gnu)"));
+    QVERIFY(QFileInfo(dataFolder() + QStringLiteral("/deno")).isExecutable());
+    QVERIFY(QFileInfo(dataFolder() + QLatin1Char('/') + QLatin1String(toolAsset)).isExecutable());
+    QCOMPARE(feedRequests(), QStringList({QStringLiteral("GET SHA2-256SUMS"), QStringLiteral("GET SHA2-256SUMS.sig"),
+                                          QStringLiteral("GET yt-dlp_linux"),
+                                          QStringLiteral("GET deno-x86_64-unknown-linux-gnu.zip.sha256sum"),
+                                          QStringLiteral("GET deno-x86_64-unknown-linux-gnu.zip")}));
+    QCOMPARE(dataFiles(), QStringList({QStringLiteral("deno"), QStringLiteral("kestreldl2"),
+                                       QStringLiteral("kestreldl2.flags"), QStringLiteral("kestreldl2.lock"),
+                                       QStringLiteral("kestreldl2.state"), QStringLiteral("yt-dlp_linux")}));
+}
+
+void TestToolInstall::newerReleaseReplacesTheCopy()
+{
+    installRelease(QStringLiteral("2026.11.01"));
+    publishTool(toolRelease(QStringLiteral("2026.11.20")));
+    const RunResult result = update();
+    QVERIFY2(result.succeeded(), result.err.constData());
+    QCOMPARE(result.out, QByteArray("installed yt-dlp_linux 2026.11.20; deno is up to date\n"));
+    QCOMPARE(installedTool(), toolRelease(QStringLiteral("2026.11.20")));
+    // The old copy stays until the new one has run once.
+    QCOMPARE(readAll(dataFolder() + QStringLiteral("/yt-dlp_linux.previous")),
+             toolRelease(QStringLiteral("2026.11.01")));
+    QVERIFY(runLauncher({QStringLiteral("--get-title"), QStringLiteral("https://youtu.be/kestrel")}).succeeded());
+    QVERIFY(!QFileInfo::exists(dataFolder() + QStringLiteral("/yt-dlp_linux.previous")));
+    QCOMPARE(recordedRuns().value(0).value(0), QStringLiteral("release 2026.11.20"));
+}
+
+void TestToolInstall::sameReleaseIsNotDownloadedAgain()
+{
+    installRelease(QStringLiteral("2026.11.01"));
+    forgetFeedRequests();
+    const RunResult result = update();
+    QVERIFY2(result.succeeded(), result.err.constData());
+    QCOMPARE(result.out, QByteArray("yt-dlp_linux is up to date; deno is up to date\n"));
+    QCOMPARE(feedRequests(), QStringList({QStringLiteral("GET SHA2-256SUMS"), QStringLiteral("GET SHA2-256SUMS.sig"),
+                                          QStringLiteral("GET deno-x86_64-unknown-linux-gnu.zip.sha256sum")}));
+    QVERIFY(!QFileInfo::exists(dataFolder() + QStringLiteral("/yt-dlp_linux.previous")));
+}
+
+void TestToolInstall::badReleaseIsRefused_data()
+{
+    QTest::addColumn<QString>("damage");
+    QTest::addColumn<QByteArray>("message");
+
+    QTest::newRow("tampered asset") << "asset"
+                                    << QByteArray("yt-dlp_linux: SHA-256 does not match SHA2-256SUMS");
+    QTest::newRow("tampered sums file") << "sums" << QByteArray("SHA2-256SUMS.sig: bad signature");
+    QTest::newRow("signed by another key")
+        << "other key" << QByteArray("SHA2-256SUMS.sig: signed by another key than the tool's release key");
+    QTest::newRow("signature missing") << "no signature"
+                                       << QByteArray("SHA2-256SUMS.sig: The requested URL returned error: 404");
+    QTest::newRow("no line for the asset") << "no line" << QByteArray("SHA2-256SUMS: no line for yt-dlp_linux");
+    QTest::newRow("truncated download") << "truncated" << QByteArray("yt-dlp_linux: download cut short");
+    QTest::newRow("runtime archive tampered")
+        << "runtime" << QByteArray("deno-x86_64-unknown-linux-gnu.zip: SHA-256 does not match "
+                                   "deno-x86_64-unknown-linux-gnu.zip.sha256sum");
+}
+
+void TestToolInstall::badReleaseIsRefused()
+{
+    QFETCH(QString, damage);
+    QFETCH(QByteArray, message);
+
+    installRelease(QStringLiteral("2026.11.01"));
+    const QByteArray installed = installedTool();
+    const QByteArray installedRuntime = readAll(dataFolder() + QStringLiteral("/deno"));
+    const QByteArray state = readAll(dataFolder() + QStringLiteral("/kestreldl2.state"));
+    const QStringList filesBefore = dataFiles();
+
+    const QByteArray newer = toolRelease(QStringLiteral("2026.11.20"));
+    const QString feedAsset = feedFolder() + QLatin1Char('/') + QLatin1String(toolAsset);
+    if (damage == QLatin1String("asset")) {
+        publishTool(newer);
+        writeFile(feedAsset, newer + "# and something else\n");
+    } else if (damage == QLatin1String("sums")) {
+        publishTool(newer);
+        QFile sums(feedFolder() + QStringLiteral("/SHA2-256SUMS"));
+        QVERIFY(sums.open(QIODevice::Append));
+        sums.write(sha256Hex("injected").toLatin1() + "  yt-dlp_linux_armv7l\n");
+    } else if (damage == QLatin1String("other key")) {
+        publishTool(newer);
+        signSums(otherKeyUser);
+    } else if (damage == QLatin1String("no signature")) {
+        publishTool(newer);
+        QVERIFY(QFile::remove(feedFolder() + QStringLiteral("/SHA2-256SUMS.sig")));
+    } else if (damage == QLatin1String("no line")) {
+        publishTool(newer, false);
+    } else if (damage == QLatin1String("truncated")) {
+        publishTool(newer);
+        setBehaviour(QLatin1String(toolAsset), QStringLiteral("truncate"));
+    } else if (damage == QLatin1String("runtime")) {
+        publishRuntime("deno 2.6.0 (stable, release, x86_64-unknown-linux-gnu)");
+        QFile archive(feedFolder() + QLatin1Char('/') + QLatin1String(runtimeArchive));
+        QVERIFY(archive.open(QIODevice::Append));
+        archive.write("appended");
+    }
+
+    const RunResult result = update();
+    QVERIFY(result.crashed());
+    QCOMPARE(result.err, "kestreldl2: update refused: " + message + '\n');
+    QCOMPARE(installedTool(), installed);
+    QCOMPARE(readAll(dataFolder() + QStringLiteral("/deno")), installedRuntime);
+    QCOMPARE(dataFiles(), filesBefore);
+    QVERIFY(scratchFiles().isEmpty());
+    // Only the failed attempt is remembered.
+    QVERIFY(readAll(dataFolder() + QStringLiteral("/kestreldl2.state")) != state);
+}
+
+void TestToolInstall::unreachableFeedEndsAsCrashAndWaitsAnHour()
+{
+    installRelease(QStringLiteral("2026.11.01"));
+    QTcpServer closed;
+    QVERIFY(closed.listen(QHostAddress::LocalHost));
+    const quint16 closedPort = closed.serverPort();
+    closed.close();
+    QProcessEnvironment offline = m_environment;
+    offline.insert(QStringLiteral("KESTREL_TOOL_FEED"), QStringLiteral("http://127.0.0.1:%1/").arg(closedPort));
+
+    const RunResult result = runLauncher({QStringLiteral("--update")}, offline);
+    QVERIFY(result.crashed());
+    QVERIFY2(result.err.startsWith("kestreldl2: update refused: SHA2-256SUMS: "), result.err.constData());
+    QCOMPARE(installedTool(), toolRelease(QStringLiteral("2026.11.01")));
+    QVERIFY(scratchFiles().isEmpty());
+
+    // Without a managed copy, a tool run falls back to the system's tool and
+    // does not try again within the hour, even once the feed is back.
+    QVERIFY(QFile::remove(dataFolder() + QLatin1Char('/') + QLatin1String(toolAsset)));
+    const QStringList videoRun{QStringLiteral("--get-title"), QStringLiteral("https://youtu.be/kestrel")};
+    forgetFeedRequests();
+    QVERIFY(runLauncher(videoRun, offline).succeeded());
+    QVERIFY(runLauncher(videoRun).succeeded());
+    QVERIFY(feedRequests().isEmpty());
+    QCOMPARE(recordedRuns().size(), 2);
+    QCOMPARE(recordedRuns().at(0).value(0), QStringLiteral("system"));
+    QCOMPARE(recordedRuns().at(1).value(0), QStringLiteral("system"));
+
+    // An hour later it installs before the run.
+    const QString statePath = dataFolder() + QStringLiteral("/kestreldl2.state");
+    QByteArray state = readAll(statePath);
+    const qint64 anHourAgo = QDateTime::currentSecsSinceEpoch() - 3601;
+    state.replace(QRegularExpression(QStringLiteral("last-failure \\d+")).match(QString::fromUtf8(state))
+                      .captured(0).toUtf8(),
+                  "last-failure " + QByteArray::number(anHourAgo));
+    writeFile(statePath, state);
+    QVERIFY(runLauncher(videoRun).succeeded());
+    QCOMPARE(recordedRuns().at(2).value(0), QStringLiteral("release 2026.11.01"));
+}
+
+void TestToolInstall::plainHttpFeedIsRefused()
+{
+    QProcessEnvironment environment = m_environment;
+    environment.insert(QStringLiteral("KESTREL_TOOL_FEED"), QStringLiteral("http://127.example.invalid/"));
+    const RunResult result = runLauncher({QStringLiteral("--update")}, environment);
+    QVERIFY(result.crashed());
+    QCOMPARE(result.err, QByteArray("kestreldl2: update refused: SHA2-256SUMS: not an HTTPS address: "
+                                    "http://127.example.invalid/SHA2-256SUMS\n"));
+    QVERIFY(scratchFiles().isEmpty());
+}
+
+void TestToolInstall::newCopyThatDoesNotRunIsRolledBack()
+{
+    installRelease(QStringLiteral("2026.11.01"));
+    publishTool(toolRelease(QStringLiteral("2026.11.20"), true));
+    const RunResult result = update();
+    QVERIFY(result.crashed());
+    QCOMPARE(result.err, QByteArray("kestreldl2: update refused: yt-dlp_linux: the new copy does not answer "
+                                    "--version; the installed copy is kept\n"));
+    QCOMPARE(installedTool(), toolRelease(QStringLiteral("2026.11.01")));
+    QVERIFY(!QFileInfo::exists(dataFolder() + QStringLiteral("/yt-dlp_linux.previous")));
+    QVERIFY(scratchFiles().isEmpty());
+}
+
+void TestToolInstall::twoUpdatesAtOnceInstallOnce()
+{
+    // Large enough, and served slowly enough, that the two overlap.
+    publishTool(toolRelease(QStringLiteral("2026.11.01")) + "#" + QByteArray(512 * 1024, 'k') + "\n");
+    setBehaviour(QLatin1String(toolAsset), QStringLiteral("slow"));
+    std::unique_ptr<QProcess> first(startLauncher({QStringLiteral("--update")}, m_environment));
+    std::unique_ptr<QProcess> second(startLauncher({QStringLiteral("--update")}, m_environment));
+    for (QProcess *process : {first.get(), second.get()}) {
+        QVERIFY(process->waitForFinished(120000));
+        QCOMPARE(process->exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process->exitCode(), 0);
+    }
+    QCOMPARE(feedRequests().count(QStringLiteral("GET yt-dlp_linux")), 1);
+    QVERIFY(installedTool().startsWith(toolRelease(QStringLiteral("2026.11.01"))));
+    QVERIFY(scratchFiles().isEmpty());
+}
+
+void TestToolInstall::killedUpdateLeavesOldCopyWorking()
+{
+    installRelease(QStringLiteral("2026.11.01"));
+    publishTool(toolRelease(QStringLiteral("2026.11.20")) + "#" + QByteArray(2 * 1024 * 1024, 'k') + "\n");
+    setBehaviour(QLatin1String(toolAsset), QStringLiteral("slow"));
+    std::unique_ptr<QProcess> updating(startLauncher({QStringLiteral("--update")}, m_environment));
+    QDeadlineTimer deadline(60000);
+    const QRegularExpression download(QStringLiteral("^\\.kestreldl2-yt-dlp_linux-"));
+    while (scratchFiles().filter(download).isEmpty() && !deadline.hasExpired())
+        QThread::msleep(5);
+    updating->kill();
+    QVERIFY(updating->waitForFinished());
+    QVERIFY2(!deadline.hasExpired(), "the update never began to download");
+
+    QCOMPARE(installedTool(), toolRelease(QStringLiteral("2026.11.01")));
+    QVERIFY(runLauncher({QStringLiteral("--get-title"), QStringLiteral("https://youtu.be/kestrel")}).succeeded());
+    QCOMPARE(recordedRuns().value(0).value(0), QStringLiteral("release 2026.11.01"));
+
+    // The next update clears what the killed one left and installs.
+    setBehaviour(QLatin1String(toolAsset), QStringLiteral("whole"));
+    QVERIFY(update().succeeded());
+    QVERIFY(installedTool().startsWith(toolRelease(QStringLiteral("2026.11.20"))));
+    QVERIFY(scratchFiles().isEmpty());
+}
+
+void TestToolInstall::newEnoughSystemRuntimeIsUsed()
+{
+    setSystemNode("v22.11.0");
+    const RunResult result = update();
+    QVERIFY2(result.succeeded(), result.err.constData());
+    QCOMPARE(result.out, QByteArray("installed yt-dlp_linux 2026.11.01\n"));
+    QVERIFY(!feedRequests().contains(QStringLiteral("GET deno-x86_64-unknown-linux-gnu.zip")));
+    QVERIFY(!QFileInfo::exists(dataFolder() + QStringLiteral("/deno")));
+
+    QVERIFY(runLauncher({QStringLiteral("--get-title"), QStringLiteral("https://youtu.be/kestrel")}).succeeded());
+    const QStringList run = recordedRuns().value(0);
+    QCOMPARE(run.mid(1, 6), QStringList({QStringLiteral("--ignore-config"), QStringLiteral("--encoding"),
+                                         QStringLiteral("utf-8"), QStringLiteral("--no-js-runtimes"),
+                                         QStringLiteral("--js-runtimes"), QStringLiteral("node:") + fakeBin()
+                                                                              + QStringLiteral("/node")}));
+}
+
+void TestToolInstall::tooOldSystemRuntimeGetsManagedDeno()
+{
+    // A Deno before 2.3 and bookworm's Node 18 on PATH: neither will do.
+    writeFile(fakeBin() + QStringLiteral("/deno"), answering("deno 2.2.12 (stable, release, x86_64)"), true);
+    QVERIFY(update().succeeded());
+    QVERIFY(QFileInfo::exists(dataFolder() + QStringLiteral("/deno")));
+    QVERIFY(runLauncher({QStringLiteral("--get-title"), QStringLiteral("https://youtu.be/kestrel")}).succeeded());
+    QCOMPARE(recordedRuns().value(0).mid(4, 3),
+             QStringList({QStringLiteral("--no-js-runtimes"), QStringLiteral("--js-runtimes"),
+                          QStringLiteral("deno:") + dataFolder() + QStringLiteral("/deno")}));
+}
+
+void TestToolInstall::everyRunNamesRuntimeAndIgnoresConfig()
+{
+    QVERIFY(update().succeeded());
+    const QStringList metadata{QStringLiteral("--no-warnings"), QStringLiteral("--get-title"),
+                               QStringLiteral("--get-duration"), QStringLiteral("https://www.youtube.com/watch?v=k")};
+    const QStringList formats{QStringLiteral("--no-warnings"), QStringLiteral("--list-formats"),
+                              QStringLiteral("https://www.youtube.com/watch?v=k")};
+    const QStringList prefix{QStringLiteral("--ignore-config"), QStringLiteral("--encoding"), QStringLiteral("utf-8"),
+                             QStringLiteral("--no-js-runtimes"), QStringLiteral("--js-runtimes"),
+                             QStringLiteral("deno:") + dataFolder() + QStringLiteral("/deno")};
+    QVERIFY(runLauncher(metadata).succeeded());
+    QVERIFY(runLauncher(formats).succeeded());
+    // The system's tool gets them too.
+    QVERIFY(QFile::remove(dataFolder() + QLatin1Char('/') + QLatin1String(toolAsset)));
+    QProcessEnvironment system = m_environment;
+    system.insert(QStringLiteral("KESTREL_YTDLP"), fakeBin() + QStringLiteral("/yt-dlp"));
+    QVERIFY(runLauncher(metadata, system).succeeded());
+
+    const QList<QStringList> runs = recordedRuns();
+    QCOMPARE(runs.size(), 3);
+    QCOMPARE(runs.at(0), QStringList{QStringLiteral("release 2026.11.01")} + prefix + metadata);
+    QCOMPARE(runs.at(1), QStringList{QStringLiteral("release 2026.11.01")} + prefix + formats);
+    QCOMPARE(runs.at(2), QStringList{QStringLiteral("system")} + prefix + metadata);
+}
+
+void TestToolInstall::normalRunInstallsFirst()
+{
+    const RunResult result = runLauncher({QStringLiteral("--get-title"), QStringLiteral("https://youtu.be/k")});
+    QVERIFY2(result.succeeded(), result.err.constData());
+    // Nothing of the install reaches the tool's standard output.
+    QVERIFY(result.out.isEmpty());
+    QCOMPARE(recordedRuns().value(0).value(0), QStringLiteral("release 2026.11.01"));
+    QVERIFY(QFileInfo::exists(dataFolder() + QStringLiteral("/deno")));
+}
+
+void TestToolInstall::staleCopyIsRefreshedBesideTheRun()
+{
+    installRelease(QStringLiteral("2026.11.01"));
+    const QString statePath = dataFolder() + QStringLiteral("/kestreldl2.state");
+    QByteArray state = readAll(statePath);
+    const qint64 eightDaysAgo = QDateTime::currentSecsSinceEpoch() - 8 * 24 * 3600;
+    state.replace(QRegularExpression(QStringLiteral("last-check \\d+")).match(QString::fromUtf8(state))
+                      .captured(0).toUtf8(),
+                  "last-check " + QByteArray::number(eightDaysAgo));
+    writeFile(statePath, state);
+    publishTool(toolRelease(QStringLiteral("2026.11.20")));
+    forgetFeedRequests();
+
+    // The run uses the copy it found and lasts long enough for the refresh.
+    QProcessEnvironment environment = m_environment;
+    environment.insert(QStringLiteral("FAKE_SLEEP"), QStringLiteral("3"));
+    QVERIFY(runLauncher({QStringLiteral("--get-title"), QStringLiteral("https://youtu.be/k")}, environment)
+                .succeeded());
+    QCOMPARE(recordedRuns().value(0).value(0), QStringLiteral("release 2026.11.01"));
+    QVERIFY(feedRequests().contains(QStringLiteral("GET yt-dlp_linux")));
+    QCOMPARE(installedTool(), toolRelease(QStringLiteral("2026.11.20")));
+}
+
+void TestToolInstall::userConfigCannotChangeOutput()
+{
+    // A user configuration that would print the id instead of the title.
+    const QString home = path(QStringLiteral("home"));
+    writeFile(home + QStringLiteral("/.config/yt-dlp/config"), "--print id\n");
+    writeFile(home + QStringLiteral("/yt-dlp.conf"), "--print id\n");
+    QProcessEnvironment environment = m_environment;
+    environment.insert(QStringLiteral("HOME"), home);
+    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home + QStringLiteral("/.config"));
+    environment.insert(QStringLiteral("KESTREL_YTDLP"), QStringLiteral("/usr/bin/yt-dlp"));
+    const QString info = path(QStringLiteral("clip.info.json"));
+    writeFile(info, QByteArray(R"({"id": "kestrel0001", "title": "Kestrel Test Clip", "duration": 185,
+        "extractor": "youtube", "extractor_key": "Youtube",
+        "formats": [{"format_id": "18", "url": "http://127.0.0.1:9/none.mp4", "ext": "mp4",
+                     "protocol": "http", "vcodec": "avc1", "acodec": "mp4a"}]})"));
+    const RunResult result = runLauncher({QStringLiteral("--no-warnings"), QStringLiteral("--get-title"),
+                                          QStringLiteral("--get-duration"), QStringLiteral("--load-info-json"),
+                                          info},
+                                         environment);
+    QVERIFY2(result.succeeded(), result.err.constData());
+    QCOMPARE(result.out, QByteArray("Kestrel Test Clip\n3:05\n"));
+}
+
+void TestToolInstall::outputIsUtf8WhateverTheLocale()
+{
+    QProcessEnvironment environment = m_environment;
+    environment.insert(QStringLiteral("KESTREL_YTDLP"), QStringLiteral("/usr/bin/yt-dlp"));
+    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C"));
+    environment.insert(QStringLiteral("LANG"), QStringLiteral("C"));
+    environment.remove(QStringLiteral("PYTHONIOENCODING"));
+    environment.remove(QStringLiteral("PYTHONUTF8"));
+    const QString info = path(QStringLiteral("clip.info.json"));
+    writeFile(info, QStringLiteral(R"({"id": "kestrel0002", "title": "Zürich – 東京 Ünïcode", "duration": 45,
+        "extractor": "youtube", "extractor_key": "Youtube",
+        "formats": [{"format_id": "18", "url": "http://127.0.0.1:9/none.mp4", "ext": "mp4",
+                     "protocol": "http", "vcodec": "avc1", "acodec": "mp4a"}]})")
+                        .toUtf8());
+    const RunResult result = runLauncher({QStringLiteral("--no-warnings"), QStringLiteral("--get-title"),
+                                          QStringLiteral("--get-duration"), QStringLiteral("--load-info-json"),
+                                          info},
+                                         environment);
+    QVERIFY2(result.succeeded(), result.err.constData());
+    QCOMPARE(result.out, QStringLiteral("Zürich – 東京 Ünïcode\n45\n").toUtf8());
+}
+
+KESTREL_TEST_MAIN(TestToolInstall)
+
+#include "tst_toolinstall.moc"

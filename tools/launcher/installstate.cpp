@@ -1,0 +1,55 @@
+#include "installstate.h"
+
+#include "scratchfile.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+namespace Launcher {
+
+namespace {
+
+const char stateFileName[] = "kestreldl2.state";
+
+std::int64_t number(const std::string &text)
+{
+    char *end = nullptr;
+    const long long value = std::strtoll(text.c_str(), &end, 10);
+    return end && *end == '\0' && value > 0 ? std::int64_t(value) : 0;
+}
+
+} // namespace
+
+InstallState InstallState::load(const std::string &folder)
+{
+    InstallState state;
+    std::ifstream file(folder + '/' + stateFileName);
+    std::string line;
+    while (std::getline(file, line)) {
+        const std::size_t space = line.find(' ');
+        if (space == std::string::npos)
+            continue;
+        const std::string key = line.substr(0, space);
+        const std::string value = line.substr(space + 1);
+        if (key == "last-check")
+            state.lastCheck = number(value);
+        else if (key == "last-failure")
+            state.lastFailure = number(value);
+        else if (key == "runtime-archive-sum")
+            state.runtimeArchiveSum = value;
+    }
+    return state;
+}
+
+bool InstallState::save(const std::string &folder) const
+{
+    std::ostringstream text;
+    text << "last-check " << lastCheck << '\n'
+         << "last-failure " << lastFailure << '\n'
+         << "runtime-archive-sum " << runtimeArchiveSum << '\n';
+    ScratchFile file(folder, "state");
+    return file.write(text.str()) && file.moveTo(folder + '/' + stateFileName);
+}
+
+} // namespace Launcher

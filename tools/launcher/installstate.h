@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace Launcher {
+
+// What the launcher remembers about its managed copies between runs, in
+// "kestreldl2.state" beside it: when the feeds were last checked with
+// success, when an attempt last failed, and which runtime archive the
+// managed runtime came from (its sum file names the archive, not the
+// executable inside). A file that cannot be read counts as empty.
+struct InstallState
+{
+    std::int64_t lastCheck = 0;
+    std::int64_t lastFailure = 0;
+    std::string runtimeArchiveSum;
+
+    static InstallState load(const std::string &folder);
+    // Replaces the file in one step.
+    bool save(const std::string &folder) const;
+};
+
+} // namespace Launcher

@@ -1,0 +1,254 @@
+#include "managedtools.h"
+
+#include "checksums.h"
+#include "childprocess.h"
+#include "dearmor.h"
+#include "fetch.h"
+#include "filehash.h"
+#include "installstate.h"
+#include "releasefeed.h"
+#include "releasekey.h"
+#include "scratchfile.h"
+#include "signature.h"
+#include "unzip.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+#include <optional>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace Launcher {
+
+namespace {
+
+constexpr std::uint64_t maxListBytes = 1024 * 1024;
+constexpr std::uint64_t maxSignatureBytes = 64 * 1024;
+constexpr std::uint64_t maxProgramBytes = 512ull * 1024 * 1024;
+// The tool's one-file build unpacks itself before it answers: generous.
+constexpr int versionTimeoutMs = 120000;
+constexpr std::time_t refreshAfterSeconds = 7 * 24 * 3600;
+constexpr std::time_t retryAfterSeconds = 3600;
+
+using Outcome = ManagedTools::Outcome;
+
+Outcome refused(const std::string &file, const std::string &reason)
+{
+    return {false, file + ": " + reason};
+}
+
+bool isFile(const std::string &path)
+{
+    struct stat status;
+    return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+// The key releases must be signed with: the one KESTREL_TOOL_KEYRING names
+// (ASCII-armoured or binary), else the one built in.
+std::optional<std::string> signingKey(std::string *problem)
+{
+    const char *keyring = std::getenv("KESTREL_TOOL_KEYRING");
+    if (!keyring || !*keyring)
+        return releaseKey();
+    std::ifstream file(keyring, std::ios::binary);
+    const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    std::optional<std::string> key = file ? dearmor(text) : std::nullopt;
+    if (!key)
+        *problem = std::string("KESTREL_TOOL_KEYRING: ") + keyring + " holds no OpenPGP key";
+    return key;
+}
+
+} // namespace
+
+ManagedTools::ManagedTools(std::string folder)
+    : m_folder(std::move(folder))
+{
+}
+
+std::string ManagedTools::toolPath() const
+{
+    return m_folder + '/' + ReleaseFeed::toolAsset();
+}
+
+std::string ManagedTools::runtimePath() const
+{
+    return m_folder + '/' + ReleaseFeed::runtimeExecutable();
+}
+
+bool ManagedTools::hasTool() const
+{
+    return isFile(toolPath()) && ::access(toolPath().c_str(), X_OK) == 0;
+}
+
+bool ManagedTools::hasRuntime() const
+{
+    return isFile(runtimePath()) && ::access(runtimePath().c_str(), X_OK) == 0;
+}
+
+Outcome ManagedTools::update(bool withRuntime, FolderLock::Wait wait)
+{
+    const FolderLock lock(m_folder, wait);
+    if (!lock.isHeld())
+        return refused("kestreldl2.lock", wait == FolderLock::Wait::UntilFree
+                                              ? "cannot lock " + m_folder + ": " + std::strerror(errno)
+                                              : "another update is running");
+    ScratchFile::removeLeftovers(m_folder);
+
+    InstallState state = InstallState::load(m_folder);
+    Outcome outcome = updateTool();
+    if (outcome.ok && withRuntime) {
+        const Outcome runtime = updateRuntime(state);
+        outcome = runtime.ok ? Outcome{true, outcome.message + "; " + runtime.message} : runtime;
+    }
+    const std::time_t now = std::time(nullptr);
+    if (outcome.ok) {
+        state.lastCheck = now;
+        state.lastFailure = 0;
+    } else {
+        state.lastFailure = now;
+    }
+    state.save(m_folder);
+    return outcome;
+}
+
+Outcome ManagedTools::updateTool()
+{
+    const std::string feed = ReleaseFeed::toolFeed();
+    const std::string asset = ReleaseFeed::toolAsset();
+    const std::string sumsName = ReleaseFeed::sumsFile();
+    const std::string signatureName = ReleaseFeed::signatureFile();
+
+    std::string sums;
+    Fetch::Result fetched = Fetch::toText(ReleaseFeed::address(feed, sumsName), &sums, maxListBytes);
+    if (!fetched.ok)
+        return refused(sumsName, fetched.problem);
+    ScratchFile sumsCopy(m_folder, "sums");
+    ScratchFile signature(m_folder, "signature");
+    if (!sumsCopy.write(sums) || !signature.isOpen())
+        return refused(sumsName, "cannot write into " + m_folder);
+    fetched = Fetch::toFile(ReleaseFeed::address(feed, signatureName), signature.fd(), maxSignatureBytes);
+    if (!fetched.ok)
+        return refused(signatureName, fetched.problem);
+
+    std::string problem;
+    const std::optional<std::string> key = signingKey(&problem);
+    if (!key)
+        return {false, problem};
+    if (!verifySignature(*key, sumsCopy.path(), signature.path(), m_folder, &problem))
+        return refused(signatureName, problem);
+
+    const std::optional<std::string> sum = sumForFile(sums, asset);
+    if (!sum)
+        return refused(sumsName, "no line for " + asset);
+    if (hasTool() && sha256OfFile(toolPath()) == sum)
+        return {true, asset + " is up to date"};
+
+    ScratchFile download(m_folder, asset);
+    if (!download.isOpen())
+        return refused(asset, "cannot write into " + m_folder);
+    fetched = Fetch::toFile(ReleaseFeed::address(feed, asset), download.fd(), maxProgramBytes);
+    if (!fetched.ok)
+        return refused(asset, fetched.problem);
+    if (sha256OfFile(download.path()) != sum)
+        return refused(asset, "SHA-256 does not match " + sumsName);
+    if (!download.finishExecutable())
+        return refused(asset, "cannot write into " + m_folder);
+    const std::optional<std::string> version = firstOutputLine(download.path(), {"--version"}, versionTimeoutMs, true);
+    if (!version)
+        return refused(asset, "the new copy does not answer --version; the installed copy is kept");
+    if (!installFile(download, toolPath(), &problem))
+        return refused(asset, problem);
+    return {true, "installed " + asset + ' ' + *version};
+}
+
+Outcome ManagedTools::updateRuntime(InstallState &state)
+{
+    const std::string feed = ReleaseFeed::runtimeFeed();
+    const std::string archiveName = ReleaseFeed::runtimeArchive();
+    const std::string sumName = archiveName + ".sha256sum";
+    const std::string executable = ReleaseFeed::runtimeExecutable();
+
+    std::string sumText;
+    Fetch::Result fetched = Fetch::toText(ReleaseFeed::address(feed, sumName), &sumText, maxListBytes);
+    if (!fetched.ok)
+        return refused(sumName, fetched.problem);
+    const std::optional<std::string> sum = firstSum(sumText);
+    if (!sum)
+        return refused(sumName, "holds no SHA-256");
+    if (hasRuntime() && state.runtimeArchiveSum == *sum)
+        return {true, executable + " is up to date"};
+
+    ScratchFile archive(m_folder, "runtime-archive");
+    if (!archive.isOpen())
+        return refused(archiveName, "cannot write into " + m_folder);
+    fetched = Fetch::toFile(ReleaseFeed::address(feed, archiveName), archive.fd(), maxProgramBytes);
+    if (!fetched.ok)
+        return refused(archiveName, fetched.problem);
+    if (sha256OfFile(archive.path()) != sum)
+        return refused(archiveName, "SHA-256 does not match " + sumName);
+
+    ScratchFile unpacked(m_folder, executable);
+    std::string problem;
+    if (!unpacked.isOpen() || !extractZipEntry(archive.path(), executable, unpacked.fd(), &problem)
+        || !unpacked.finishExecutable())
+        return refused(archiveName, problem.empty() ? "cannot write into " + m_folder : problem);
+    const std::optional<std::string> version = firstOutputLine(unpacked.path(), {"--version"}, versionTimeoutMs, true);
+    if (!version)
+        return refused(archiveName, "the unpacked " + executable + " does not answer --version; the installed copy is kept");
+    if (!installFile(unpacked, runtimePath(), &problem))
+        return refused(archiveName, problem);
+    state.runtimeArchiveSum = *sum;
+    return {true, "installed " + *version};
+}
+
+bool ManagedTools::installFile(ScratchFile &file, const std::string &target, std::string *problem)
+{
+    const std::string previous = target + ".previous";
+    if (isFile(target)) {
+        ::unlink(previous.c_str());
+        // A second name for the old copy, so that it stays whole while the
+        // new one takes its name.
+        if (::link(target.c_str(), previous.c_str()) != 0) {
+            *problem = "cannot keep the installed copy as " + previous + ": " + std::strerror(errno);
+            return false;
+        }
+    }
+    if (!file.moveTo(target)) {
+        *problem = "cannot put the new copy in place: " + std::string(std::strerror(errno));
+        ::unlink(previous.c_str());
+        return false;
+    }
+    return true;
+}
+
+bool ManagedTools::isDueForRefresh(std::time_t now) const
+{
+    const InstallState state = InstallState::load(m_folder);
+    return state.lastCheck > now || now - state.lastCheck >= refreshAfterSeconds;
+}
+
+bool ManagedTools::mayTryInstall(std::time_t now) const
+{
+    const InstallState state = InstallState::load(m_folder);
+    return state.lastFailure > now || now - state.lastFailure >= retryAfterSeconds;
+}
+
+void ManagedTools::settleAfterRun(bool ranWell)
+{
+    const std::string previous = toolPath() + ".previous";
+    if (!isFile(previous))
+        return;
+    const FolderLock lock(m_folder, FolderLock::Wait::NotAtAll);
+    if (!lock.isHeld())
+        return;
+    if (ranWell)
+        ::unlink(previous.c_str());
+    else
+        ::rename(previous.c_str(), toolPath().c_str());
+}
+
+} // namespace Launcher

@@ -1,0 +1,83 @@
+#include "unzip.h"
+
+#include <archive.h>
+#include <archive_entry.h>
+
+#include <cerrno>
+#include <cstring>
+#include <memory>
+
+#include <unistd.h>
+
+namespace Launcher {
+
+namespace {
+
+bool writeAll(int fd, const char *data, std::size_t size)
+{
+    while (size > 0) {
+        const ssize_t n = ::write(fd, data, size);
+        if (n < 0 && errno == EINTR)
+            continue;
+        if (n <= 0)
+            return false;
+        data += n;
+        size -= std::size_t(n);
+    }
+    return true;
+}
+
+std::string archiveProblem(archive *reader)
+{
+    const char *text = archive_error_string(reader);
+    return text ? std::string(text) : std::string("unreadable archive");
+}
+
+} // namespace
+
+bool extractZipEntry(const std::string &archivePath, const std::string &entryName, int fd, std::string *problem)
+{
+    std::unique_ptr<archive, decltype(&archive_read_free)> reader(archive_read_new(), archive_read_free);
+    if (!reader) {
+        *problem = "the archive library cannot start";
+        return false;
+    }
+    archive_read_support_format_zip(reader.get());
+    if (archive_read_open_filename(reader.get(), archivePath.c_str(), 64 * 1024) != ARCHIVE_OK) {
+        *problem = archiveProblem(reader.get());
+        return false;
+    }
+
+    archive_entry *entry = nullptr;
+    for (;;) {
+        const int status = archive_read_next_header(reader.get(), &entry);
+        if (status == ARCHIVE_EOF) {
+            *problem = "no " + entryName + " in the archive";
+            return false;
+        }
+        if (status != ARCHIVE_OK && status != ARCHIVE_WARN) {
+            *problem = archiveProblem(reader.get());
+            return false;
+        }
+        const char *name = archive_entry_pathname(entry);
+        if (name && entryName == name && archive_entry_filetype(entry) == AE_IFREG)
+            break;
+    }
+
+    char buffer[64 * 1024];
+    for (;;) {
+        const la_ssize_t n = archive_read_data(reader.get(), buffer, sizeof buffer);
+        if (n == 0)
+            return true;
+        if (n < 0) {
+            *problem = archiveProblem(reader.get());
+            return false;
+        }
+        if (!writeAll(fd, buffer, std::size_t(n))) {
+            *problem = std::string("cannot write the unpacked file: ") + std::strerror(errno);
+            return false;
+        }
+    }
+}
+
+} // namespace Launcher
