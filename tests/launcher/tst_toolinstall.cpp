@@ -3,10 +3,10 @@
 // with a throw-away key. The "release" is a small script that answers
 // --version with its version and records every other command line.
 
+#include "localreleasefeed.h"
 #include "testsandbox.h"
 
 #include <QApplication>
-#include <QCryptographicHash>
 #include <QDateTime>
 #include <QDeadlineTimer>
 #include <QDir>
@@ -24,10 +24,7 @@
 
 namespace {
 
-const char releaseKeyUser[] = "Kestrel Test Release <release@example.invalid>";
-const char otherKeyUser[] = "Kestrel Test Stranger <stranger@example.invalid>";
 const char toolAsset[] = "yt-dlp_linux";
-const char runtimeArchive[] = "deno-x86_64-unknown-linux-gnu.zip";
 
 QByteArray readAll(const QString &path)
 {
@@ -44,36 +41,6 @@ void writeFile(const QString &path, const QByteArray &content, bool executable =
     file.close();
     if (executable)
         file.setPermissions(file.permissions() | QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther);
-}
-
-QString sha256Hex(const QByteArray &bytes)
-{
-    return QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex());
-}
-
-// A release of the tool: answers --version with version (or fails it when
-// broken), the option parser's question about a flag as the real tool does
-// (exit code 2 without an address), and records every other command line.
-QByteArray toolRelease(const QString &version, bool broken = false)
-{
-    QByteArray script = "#!/bin/bash\n"
-                        "if [ \"$*\" = --version ]; then\n";
-    script += broken ? "    echo 'cannot load the bundled libraries' >&2\n    exit 1\n"
-                     : "    echo " + version.toUtf8() + "\n    exit 0\n";
-    script += "fi\n"
-              "url=\n"
-              "for arg in \"$@\"; do case \"$arg\" in https://*) url=$arg ;; esac; done\n"
-              "if [ -z \"$url\" ]; then echo 'yt-dlp: error: You must provide at least one URL.' >&2; exit 2; fi\n"
-              "(IFS=$'\\x1f'; printf '%s\\n' \"release " + version.toUtf8() + "$IFS$*\") >> \"$FAKE_RECORD\"\n"
-              "if [ -n \"$FAKE_SLEEP\" ]; then sleep \"$FAKE_SLEEP\"; fi\n"
-              "exit 0\n";
-    return script;
-}
-
-// An executable that prints firstLine whatever it is asked.
-QByteArray answering(const QByteArray &firstLine)
-{
-    return "#!/bin/sh\necho '" + firstLine + "'\n";
 }
 
 // The system's yt-dlp on PATH, which the launcher falls back to.
@@ -109,7 +76,6 @@ private slots:
     void initTestCase();
     void init();
     void cleanup();
-    void cleanupTestCase();
 
     void firstInstallBringsToolAndRuntime();
     void newerReleaseReplacesTheCopy();
@@ -133,27 +99,15 @@ private:
     QString path(const QString &name) const { return m_root->filePath(name); }
     QString dataFolder() const { return path(QStringLiteral("data")); }
     QString launcher() const { return path(QStringLiteral("data/kestreldl2")); }
-    QString feedFolder() const { return path(QStringLiteral("feed")); }
     QString fakeBin() const { return path(QStringLiteral("bin")); }
     QString recordPath() const { return path(QStringLiteral("record")); }
-    QString feedAddress() const { return QStringLiteral("http://127.0.0.1:%1/").arg(m_feedPort); }
-
-    void gpg(const QStringList &arguments, const QByteArray &input = {});
-    void publishTool(const QByteArray &release, bool withSumLine = true);
-    void signSums(const char *keyUser);
-    void publishRuntime(const QByteArray &denoVersionLine);
-    void setBehaviour(const QString &file, const QString &how);
     void setSystemNode(const QByteArray &versionLine);
-    void startFeed();
-    void stopFeed();
 
     QProcess *startLauncher(const QStringList &arguments, const QProcessEnvironment &environment);
     RunResult runLauncher(const QStringList &arguments, const QProcessEnvironment &environment);
     RunResult runLauncher(const QStringList &arguments) { return runLauncher(arguments, m_environment); }
     RunResult update() { return runLauncher({QStringLiteral("--update")}); }
 
-    QStringList feedRequests() const;
-    void forgetFeedRequests() { QFile::remove(path(QStringLiteral("feed.log"))); }
     QStringList dataFiles() const;
     QStringList scratchFiles() const;
     QList<QStringList> recordedRuns() const;
@@ -161,30 +115,15 @@ private:
     void installRelease(const QString &version);
 
     TestSandbox m_sandbox;
-    QTemporaryDir m_keys;
+    TestSigningKeys m_keys;
     std::unique_ptr<QTemporaryDir> m_root;
-    QProcess m_feed;
-    quint16 m_feedPort = 0;
+    std::unique_ptr<LocalReleaseFeed> m_feed;
     QProcessEnvironment m_environment;
 };
 
 void TestToolInstall::initTestCase()
 {
     QVERIFY(m_keys.isValid());
-    for (const char *user : {releaseKeyUser, otherKeyUser})
-        gpg({QStringLiteral("--quick-gen-key"), QString::fromUtf8(user), QStringLiteral("ed25519"),
-             QStringLiteral("sign"), QStringLiteral("never")});
-    QProcess exporter;
-    exporter.setProcessEnvironment(QProcessEnvironment::systemEnvironment());
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("GNUPGHOME"), m_keys.path());
-    exporter.setProcessEnvironment(environment);
-    exporter.start(QStringLiteral("gpg"), {QStringLiteral("--batch"), QStringLiteral("--armor"),
-                                           QStringLiteral("--export"), QString::fromUtf8(releaseKeyUser)});
-    QVERIFY(exporter.waitForFinished(60000));
-    const QByteArray armoured = exporter.readAllStandardOutput();
-    QVERIFY(armoured.startsWith("-----BEGIN PGP PUBLIC KEY BLOCK-----"));
-    writeFile(m_keys.filePath(QStringLiteral("release.asc")), armoured);
 }
 
 void TestToolInstall::init()
@@ -193,119 +132,34 @@ void TestToolInstall::init()
     QVERIFY(m_root->isValid());
     QVERIFY(QDir().mkpath(dataFolder()));
     QVERIFY(QFile::copy(QStringLiteral(KESTREL_LAUNCHER_PATH), launcher()));
-    QVERIFY(QDir().mkpath(feedFolder()));
+    m_feed = std::make_unique<LocalReleaseFeed>(m_keys, path(QStringLiteral("feed")));
 
     writeFile(fakeBin() + QStringLiteral("/yt-dlp"), systemTool(), true);
     // Debian bookworm's Node: too old for the tool.
     setSystemNode("v18.19.0");
-    publishTool(toolRelease(QStringLiteral("2026.11.01")));
-    publishRuntime("deno 2.5.6 (stable, release, x86_64-unknown-linux-gnu)");
+    QVERIFY(m_feed->publishTool(ReleaseScripts::tool(QStringLiteral("2026.11.01"))));
+    QVERIFY(m_feed->publishRuntime("deno 2.5.6 (stable, release, x86_64-unknown-linux-gnu)"));
 
     m_environment = QProcessEnvironment::systemEnvironment();
     m_environment.remove(QStringLiteral("KESTREL_YTDLP"));
     m_environment.insert(QStringLiteral("PATH"),
                          fakeBin() + QLatin1Char(':') + m_environment.value(QStringLiteral("PATH")));
-    m_environment.insert(QStringLiteral("KESTREL_TOOL_KEYRING"), m_keys.filePath(QStringLiteral("release.asc")));
+    m_environment.insert(QStringLiteral("KESTREL_TOOL_KEYRING"), m_keys.releaseKeyFile());
     m_environment.insert(QStringLiteral("FAKE_RECORD"), recordPath());
-    startFeed();
-    m_environment.insert(QStringLiteral("KESTREL_TOOL_FEED"), feedAddress());
-    m_environment.insert(QStringLiteral("KESTREL_JS_RUNTIME_FEED"), feedAddress());
+    QVERIFY(m_feed->start());
+    m_environment.insert(QStringLiteral("KESTREL_TOOL_FEED"), m_feed->address());
+    m_environment.insert(QStringLiteral("KESTREL_JS_RUNTIME_FEED"), m_feed->address());
 }
 
 void TestToolInstall::cleanup()
 {
-    stopFeed();
+    m_feed.reset();
     m_root.reset();
-}
-
-void TestToolInstall::cleanupTestCase()
-{
-    // gpg started an agent for the throw-away keys.
-    QProcess::execute(QStringLiteral("gpgconf"), {QStringLiteral("--homedir"), m_keys.path(),
-                                                  QStringLiteral("--kill"), QStringLiteral("gpg-agent")});
-}
-
-void TestToolInstall::gpg(const QStringList &arguments, const QByteArray &input)
-{
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("GNUPGHOME"), m_keys.path());
-    process.setProcessEnvironment(environment);
-    process.start(QStringLiteral("gpg"),
-                  QStringList{QStringLiteral("--batch"), QStringLiteral("--yes"), QStringLiteral("--passphrase"),
-                              QString(), QStringLiteral("--pinentry-mode"), QStringLiteral("loopback")}
-                      + arguments);
-    process.write(input);
-    process.closeWriteChannel();
-    QVERIFY2(process.waitForFinished(60000), "gpg hangs");
-    QVERIFY2(process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0,
-             process.readAllStandardError().constData());
-}
-
-void TestToolInstall::publishTool(const QByteArray &release, bool withSumLine)
-{
-    writeFile(feedFolder() + QLatin1Char('/') + QLatin1String(toolAsset), release);
-    QByteArray sums = sha256Hex("some other asset").toLatin1() + "  yt-dlp.exe\n";
-    if (withSumLine)
-        sums += sha256Hex(release).toLatin1() + "  " + toolAsset + "\n";
-    sums += sha256Hex("yet another asset").toLatin1() + "  yt-dlp_macos\n";
-    writeFile(feedFolder() + QStringLiteral("/SHA2-256SUMS"), sums);
-    signSums(releaseKeyUser);
-}
-
-void TestToolInstall::signSums(const char *keyUser)
-{
-    gpg({QStringLiteral("--local-user"), QString::fromUtf8(keyUser), QStringLiteral("--output"),
-         feedFolder() + QStringLiteral("/SHA2-256SUMS.sig"), QStringLiteral("--detach-sign"),
-         feedFolder() + QStringLiteral("/SHA2-256SUMS")});
-}
-
-void TestToolInstall::publishRuntime(const QByteArray &denoVersionLine)
-{
-    const QString executable = path(QStringLiteral("runtime/deno"));
-    writeFile(executable, answering(denoVersionLine), true);
-    const QString archive = feedFolder() + QLatin1Char('/') + QLatin1String(runtimeArchive);
-    QFile::remove(archive);
-    QCOMPARE(QProcess::execute(QStringLiteral("python3"),
-                               {QStringLiteral("-c"),
-                                QStringLiteral("import sys, zipfile\n"
-                                               "with zipfile.ZipFile(sys.argv[1], 'w') as z:\n"
-                                               "    z.write(sys.argv[2], 'deno')\n"),
-                                archive, executable}),
-             0);
-    writeFile(archive + QStringLiteral(".sha256sum"),
-              sha256Hex(readAll(archive)).toLatin1() + "  " + runtimeArchive + "\n");
-}
-
-void TestToolInstall::setBehaviour(const QString &file, const QString &how)
-{
-    writeFile(feedFolder() + QStringLiteral("/.behaviour"), QStringLiteral("%1 %2\n").arg(file, how).toUtf8());
 }
 
 void TestToolInstall::setSystemNode(const QByteArray &versionLine)
 {
-    writeFile(fakeBin() + QStringLiteral("/node"), answering(versionLine), true);
-}
-
-void TestToolInstall::startFeed()
-{
-    const QString portFile = path(QStringLiteral("feed.port"));
-    m_feed.start(QStringLiteral("python3"), {QStringLiteral(KESTREL_FEED_SERVER), feedFolder(), portFile,
-                                             path(QStringLiteral("feed.log"))});
-    QVERIFY(m_feed.waitForStarted());
-    QDeadlineTimer deadline(20000);
-    while (!QFileInfo::exists(portFile) && !deadline.hasExpired())
-        QThread::msleep(10);
-    m_feedPort = quint16(readAll(portFile).toUInt());
-    QVERIFY(m_feedPort != 0);
-}
-
-void TestToolInstall::stopFeed()
-{
-    if (m_feed.state() != QProcess::NotRunning) {
-        m_feed.kill();
-        m_feed.waitForFinished();
-    }
+    writeFile(fakeBin() + QStringLiteral("/node"), ReleaseScripts::answering(versionLine), true);
 }
 
 QProcess *TestToolInstall::startLauncher(const QStringList &arguments, const QProcessEnvironment &environment)
@@ -331,16 +185,6 @@ RunResult TestToolInstall::runLauncher(const QStringList &arguments, const QProc
         process->waitForFinished();
     }
     return result;
-}
-
-QStringList TestToolInstall::feedRequests() const
-{
-    QStringList requests;
-    for (const QByteArray &line : readAll(path(QStringLiteral("feed.log"))).split('\n')) {
-        if (!line.isEmpty())
-            requests << QString::fromUtf8(line);
-    }
-    return requests;
 }
 
 QStringList TestToolInstall::dataFiles() const
@@ -369,10 +213,10 @@ QList<QStringList> TestToolInstall::recordedRuns() const
 
 void TestToolInstall::installRelease(const QString &version)
 {
-    publishTool(toolRelease(version));
+    QVERIFY(m_feed->publishTool(ReleaseScripts::tool(version)));
     const RunResult result = update();
     QVERIFY2(result.succeeded(), result.err.constData());
-    QCOMPARE(installedTool(), toolRelease(version));
+    QCOMPARE(installedTool(), ReleaseScripts::tool(version));
 }
 
 void TestToolInstall::firstInstallBringsToolAndRuntime()
@@ -381,12 +225,12 @@ void TestToolInstall::firstInstallBringsToolAndRuntime()
     QVERIFY2(result.succeeded(), result.err.constData());
     QCOMPARE(result.out, QByteArray("installed yt-dlp_linux 2026.11.01; installed deno 2.5.6 (stable, release, "
                                     "x86_64-unknown-linux-gnu)\n"));
-    QCOMPARE(installedTool(), toolRelease(QStringLiteral("2026.11.01")));
+    QCOMPARE(installedTool(), ReleaseScripts::tool(QStringLiteral("2026.11.01")));
     QCOMPARE(readAll(dataFolder() + QStringLiteral("/deno")),
-             answering("deno 2.5.6 (stable, release, x86_64-unknown-linux-gnu)"));
+             ReleaseScripts::answering("deno 2.5.6 (stable, release, x86_64-unknown-linux-gnu)"));
     QVERIFY(QFileInfo(dataFolder() + QStringLiteral("/deno")).isExecutable());
     QVERIFY(QFileInfo(dataFolder() + QLatin1Char('/') + QLatin1String(toolAsset)).isExecutable());
-    QCOMPARE(feedRequests(), QStringList({QStringLiteral("GET SHA2-256SUMS"), QStringLiteral("GET SHA2-256SUMS.sig"),
+    QCOMPARE(m_feed->requests(), QStringList({QStringLiteral("GET SHA2-256SUMS"), QStringLiteral("GET SHA2-256SUMS.sig"),
                                           QStringLiteral("GET yt-dlp_linux"),
                                           QStringLiteral("GET deno-x86_64-unknown-linux-gnu.zip.sha256sum"),
                                           QStringLiteral("GET deno-x86_64-unknown-linux-gnu.zip")}));
@@ -398,14 +242,14 @@ void TestToolInstall::firstInstallBringsToolAndRuntime()
 void TestToolInstall::newerReleaseReplacesTheCopy()
 {
     installRelease(QStringLiteral("2026.11.01"));
-    publishTool(toolRelease(QStringLiteral("2026.11.20")));
+    QVERIFY(m_feed->publishTool(ReleaseScripts::tool(QStringLiteral("2026.11.20"))));
     const RunResult result = update();
     QVERIFY2(result.succeeded(), result.err.constData());
     QCOMPARE(result.out, QByteArray("installed yt-dlp_linux 2026.11.20; deno is up to date\n"));
-    QCOMPARE(installedTool(), toolRelease(QStringLiteral("2026.11.20")));
+    QCOMPARE(installedTool(), ReleaseScripts::tool(QStringLiteral("2026.11.20")));
     // The old copy stays until the new one has run once.
     QCOMPARE(readAll(dataFolder() + QStringLiteral("/yt-dlp_linux.previous")),
-             toolRelease(QStringLiteral("2026.11.01")));
+             ReleaseScripts::tool(QStringLiteral("2026.11.01")));
     QVERIFY(runLauncher({QStringLiteral("--get-title"), QStringLiteral("https://youtu.be/kestrel")}).succeeded());
     QVERIFY(!QFileInfo::exists(dataFolder() + QStringLiteral("/yt-dlp_linux.previous")));
     QCOMPARE(recordedRuns().value(0).value(0), QStringLiteral("release 2026.11.20"));
@@ -414,11 +258,11 @@ void TestToolInstall::newerReleaseReplacesTheCopy()
 void TestToolInstall::sameReleaseIsNotDownloadedAgain()
 {
     installRelease(QStringLiteral("2026.11.01"));
-    forgetFeedRequests();
+    m_feed->forgetRequests();
     const RunResult result = update();
     QVERIFY2(result.succeeded(), result.err.constData());
     QCOMPARE(result.out, QByteArray("yt-dlp_linux is up to date; deno is up to date\n"));
-    QCOMPARE(feedRequests(), QStringList({QStringLiteral("GET SHA2-256SUMS"), QStringLiteral("GET SHA2-256SUMS.sig"),
+    QCOMPARE(m_feed->requests(), QStringList({QStringLiteral("GET SHA2-256SUMS"), QStringLiteral("GET SHA2-256SUMS.sig"),
                                           QStringLiteral("GET deno-x86_64-unknown-linux-gnu.zip.sha256sum")}));
     QVERIFY(!QFileInfo::exists(dataFolder() + QStringLiteral("/yt-dlp_linux.previous")));
 }
@@ -453,30 +297,30 @@ void TestToolInstall::badReleaseIsRefused()
     const QByteArray state = readAll(dataFolder() + QStringLiteral("/kestreldl2.state"));
     const QStringList filesBefore = dataFiles();
 
-    const QByteArray newer = toolRelease(QStringLiteral("2026.11.20"));
-    const QString feedAsset = feedFolder() + QLatin1Char('/') + QLatin1String(toolAsset);
+    const QByteArray newer = ReleaseScripts::tool(QStringLiteral("2026.11.20"));
+    const QString feedAsset = m_feed->folder() + QLatin1Char('/') + QLatin1String(toolAsset);
     if (damage == QLatin1String("asset")) {
-        publishTool(newer);
+        QVERIFY(m_feed->publishTool(newer));
         writeFile(feedAsset, newer + "# and something else\n");
     } else if (damage == QLatin1String("sums")) {
-        publishTool(newer);
-        QFile sums(feedFolder() + QStringLiteral("/SHA2-256SUMS"));
+        QVERIFY(m_feed->publishTool(newer));
+        QFile sums(m_feed->folder() + QStringLiteral("/SHA2-256SUMS"));
         QVERIFY(sums.open(QIODevice::Append));
-        sums.write(sha256Hex("injected").toLatin1() + "  yt-dlp_linux_armv7l\n");
+        sums.write(QByteArray(64, 'f') + "  yt-dlp_linux_armv7l\n");
     } else if (damage == QLatin1String("other key")) {
-        publishTool(newer);
-        signSums(otherKeyUser);
+        QVERIFY(m_feed->publishTool(newer));
+        QVERIFY(m_feed->signSums(TestSigningKeys::Signer::Stranger));
     } else if (damage == QLatin1String("no signature")) {
-        publishTool(newer);
-        QVERIFY(QFile::remove(feedFolder() + QStringLiteral("/SHA2-256SUMS.sig")));
+        QVERIFY(m_feed->publishTool(newer));
+        QVERIFY(QFile::remove(m_feed->folder() + QStringLiteral("/SHA2-256SUMS.sig")));
     } else if (damage == QLatin1String("no line")) {
-        publishTool(newer, false);
+        QVERIFY(m_feed->publishTool(newer, false));
     } else if (damage == QLatin1String("truncated")) {
-        publishTool(newer);
-        setBehaviour(QLatin1String(toolAsset), QStringLiteral("truncate"));
+        QVERIFY(m_feed->publishTool(newer));
+        m_feed->setBehaviour(QLatin1String(toolAsset), QStringLiteral("truncate"));
     } else if (damage == QLatin1String("runtime")) {
-        publishRuntime("deno 2.6.0 (stable, release, x86_64-unknown-linux-gnu)");
-        QFile archive(feedFolder() + QLatin1Char('/') + QLatin1String(runtimeArchive));
+        QVERIFY(m_feed->publishRuntime("deno 2.6.0 (stable, release, x86_64-unknown-linux-gnu)"));
+        QFile archive(m_feed->folder() + QLatin1Char('/') + QLatin1String(LocalReleaseFeed::runtimeArchive()));
         QVERIFY(archive.open(QIODevice::Append));
         archive.write("appended");
     }
@@ -505,17 +349,17 @@ void TestToolInstall::unreachableFeedEndsAsCrashAndWaitsAnHour()
     const RunResult result = runLauncher({QStringLiteral("--update")}, offline);
     QVERIFY(result.crashed());
     QVERIFY2(result.err.startsWith("kestreldl2: update refused: SHA2-256SUMS: "), result.err.constData());
-    QCOMPARE(installedTool(), toolRelease(QStringLiteral("2026.11.01")));
+    QCOMPARE(installedTool(), ReleaseScripts::tool(QStringLiteral("2026.11.01")));
     QVERIFY(scratchFiles().isEmpty());
 
     // Without a managed copy, a tool run falls back to the system's tool and
     // does not try again within the hour, even once the feed is back.
     QVERIFY(QFile::remove(dataFolder() + QLatin1Char('/') + QLatin1String(toolAsset)));
     const QStringList videoRun{QStringLiteral("--get-title"), QStringLiteral("https://youtu.be/kestrel")};
-    forgetFeedRequests();
+    m_feed->forgetRequests();
     QVERIFY(runLauncher(videoRun, offline).succeeded());
     QVERIFY(runLauncher(videoRun).succeeded());
-    QVERIFY(feedRequests().isEmpty());
+    QVERIFY(m_feed->requests().isEmpty());
     QCOMPARE(recordedRuns().size(), 2);
     QCOMPARE(recordedRuns().at(0).value(0), QStringLiteral("system"));
     QCOMPARE(recordedRuns().at(1).value(0), QStringLiteral("system"));
@@ -546,12 +390,12 @@ void TestToolInstall::plainHttpFeedIsRefused()
 void TestToolInstall::newCopyThatDoesNotRunIsRolledBack()
 {
     installRelease(QStringLiteral("2026.11.01"));
-    publishTool(toolRelease(QStringLiteral("2026.11.20"), true));
+    QVERIFY(m_feed->publishTool(ReleaseScripts::tool(QStringLiteral("2026.11.20"), true)));
     const RunResult result = update();
     QVERIFY(result.crashed());
     QCOMPARE(result.err, QByteArray("kestreldl2: update refused: yt-dlp_linux: the new copy does not answer "
                                     "--version; the installed copy is kept\n"));
-    QCOMPARE(installedTool(), toolRelease(QStringLiteral("2026.11.01")));
+    QCOMPARE(installedTool(), ReleaseScripts::tool(QStringLiteral("2026.11.01")));
     QVERIFY(!QFileInfo::exists(dataFolder() + QStringLiteral("/yt-dlp_linux.previous")));
     QVERIFY(scratchFiles().isEmpty());
 }
@@ -559,8 +403,8 @@ void TestToolInstall::newCopyThatDoesNotRunIsRolledBack()
 void TestToolInstall::twoUpdatesAtOnceInstallOnce()
 {
     // Large enough, and served slowly enough, that the two overlap.
-    publishTool(toolRelease(QStringLiteral("2026.11.01")) + "#" + QByteArray(512 * 1024, 'k') + "\n");
-    setBehaviour(QLatin1String(toolAsset), QStringLiteral("slow"));
+    QVERIFY(m_feed->publishTool(ReleaseScripts::tool(QStringLiteral("2026.11.01")) + "#" + QByteArray(512 * 1024, 'k') + "\n"));
+    m_feed->setBehaviour(QLatin1String(toolAsset), QStringLiteral("slow"));
     std::unique_ptr<QProcess> first(startLauncher({QStringLiteral("--update")}, m_environment));
     std::unique_ptr<QProcess> second(startLauncher({QStringLiteral("--update")}, m_environment));
     for (QProcess *process : {first.get(), second.get()}) {
@@ -568,16 +412,16 @@ void TestToolInstall::twoUpdatesAtOnceInstallOnce()
         QCOMPARE(process->exitStatus(), QProcess::NormalExit);
         QCOMPARE(process->exitCode(), 0);
     }
-    QCOMPARE(feedRequests().count(QStringLiteral("GET yt-dlp_linux")), 1);
-    QVERIFY(installedTool().startsWith(toolRelease(QStringLiteral("2026.11.01"))));
+    QCOMPARE(m_feed->requests().count(QStringLiteral("GET yt-dlp_linux")), 1);
+    QVERIFY(installedTool().startsWith(ReleaseScripts::tool(QStringLiteral("2026.11.01"))));
     QVERIFY(scratchFiles().isEmpty());
 }
 
 void TestToolInstall::killedUpdateLeavesOldCopyWorking()
 {
     installRelease(QStringLiteral("2026.11.01"));
-    publishTool(toolRelease(QStringLiteral("2026.11.20")) + "#" + QByteArray(2 * 1024 * 1024, 'k') + "\n");
-    setBehaviour(QLatin1String(toolAsset), QStringLiteral("slow"));
+    QVERIFY(m_feed->publishTool(ReleaseScripts::tool(QStringLiteral("2026.11.20")) + "#" + QByteArray(2 * 1024 * 1024, 'k') + "\n"));
+    m_feed->setBehaviour(QLatin1String(toolAsset), QStringLiteral("slow"));
     std::unique_ptr<QProcess> updating(startLauncher({QStringLiteral("--update")}, m_environment));
     QDeadlineTimer deadline(60000);
     const QRegularExpression download(QStringLiteral("^\\.kestreldl2-yt-dlp_linux-"));
@@ -587,14 +431,14 @@ void TestToolInstall::killedUpdateLeavesOldCopyWorking()
     QVERIFY(updating->waitForFinished());
     QVERIFY2(!deadline.hasExpired(), "the update never began to download");
 
-    QCOMPARE(installedTool(), toolRelease(QStringLiteral("2026.11.01")));
+    QCOMPARE(installedTool(), ReleaseScripts::tool(QStringLiteral("2026.11.01")));
     QVERIFY(runLauncher({QStringLiteral("--get-title"), QStringLiteral("https://youtu.be/kestrel")}).succeeded());
     QCOMPARE(recordedRuns().value(0).value(0), QStringLiteral("release 2026.11.01"));
 
     // The next update clears what the killed one left and installs.
-    setBehaviour(QLatin1String(toolAsset), QStringLiteral("whole"));
+    m_feed->setBehaviour(QLatin1String(toolAsset), QStringLiteral("whole"));
     QVERIFY(update().succeeded());
-    QVERIFY(installedTool().startsWith(toolRelease(QStringLiteral("2026.11.20"))));
+    QVERIFY(installedTool().startsWith(ReleaseScripts::tool(QStringLiteral("2026.11.20"))));
     QVERIFY(scratchFiles().isEmpty());
 }
 
@@ -604,7 +448,7 @@ void TestToolInstall::newEnoughSystemRuntimeIsUsed()
     const RunResult result = update();
     QVERIFY2(result.succeeded(), result.err.constData());
     QCOMPARE(result.out, QByteArray("installed yt-dlp_linux 2026.11.01\n"));
-    QVERIFY(!feedRequests().contains(QStringLiteral("GET deno-x86_64-unknown-linux-gnu.zip")));
+    QVERIFY(!m_feed->requests().contains(QStringLiteral("GET deno-x86_64-unknown-linux-gnu.zip")));
     QVERIFY(!QFileInfo::exists(dataFolder() + QStringLiteral("/deno")));
 
     QVERIFY(runLauncher({QStringLiteral("--get-title"), QStringLiteral("https://youtu.be/kestrel")}).succeeded());
@@ -618,7 +462,7 @@ void TestToolInstall::newEnoughSystemRuntimeIsUsed()
 void TestToolInstall::tooOldSystemRuntimeGetsManagedDeno()
 {
     // A Deno before 2.3 and bookworm's Node 18 on PATH: neither will do.
-    writeFile(fakeBin() + QStringLiteral("/deno"), answering("deno 2.2.12 (stable, release, x86_64)"), true);
+    writeFile(fakeBin() + QStringLiteral("/deno"), ReleaseScripts::answering("deno 2.2.12 (stable, release, x86_64)"), true);
     QVERIFY(update().succeeded());
     QVERIFY(QFileInfo::exists(dataFolder() + QStringLiteral("/deno")));
     QVERIFY(runLauncher({QStringLiteral("--get-title"), QStringLiteral("https://youtu.be/kestrel")}).succeeded());
@@ -672,8 +516,8 @@ void TestToolInstall::staleCopyIsRefreshedBesideTheRun()
                       .captured(0).toUtf8(),
                   "last-check " + QByteArray::number(eightDaysAgo));
     writeFile(statePath, state);
-    publishTool(toolRelease(QStringLiteral("2026.11.20")));
-    forgetFeedRequests();
+    QVERIFY(m_feed->publishTool(ReleaseScripts::tool(QStringLiteral("2026.11.20"))));
+    m_feed->forgetRequests();
 
     // The run uses the copy it found and lasts long enough for the refresh.
     QProcessEnvironment environment = m_environment;
@@ -681,8 +525,8 @@ void TestToolInstall::staleCopyIsRefreshedBesideTheRun()
     QVERIFY(runLauncher({QStringLiteral("--get-title"), QStringLiteral("https://youtu.be/k")}, environment)
                 .succeeded());
     QCOMPARE(recordedRuns().value(0).value(0), QStringLiteral("release 2026.11.01"));
-    QVERIFY(feedRequests().contains(QStringLiteral("GET yt-dlp_linux")));
-    QCOMPARE(installedTool(), toolRelease(QStringLiteral("2026.11.20")));
+    QVERIFY(m_feed->requests().contains(QStringLiteral("GET yt-dlp_linux")));
+    QCOMPARE(installedTool(), ReleaseScripts::tool(QStringLiteral("2026.11.20")));
 }
 
 void TestToolInstall::userConfigCannotChangeOutput()

@@ -1,0 +1,209 @@
+#include "localreleasefeed.h"
+
+#include <QCryptographicHash>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcessEnvironment>
+#include <QThread>
+
+namespace {
+
+const char releaseUser[] = "Kestrel Test Release <release@example.invalid>";
+const char strangerUser[] = "Kestrel Test Stranger <stranger@example.invalid>";
+
+QByteArray readAll(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool writeFile(const QString &path, const QByteArray &content, bool executable = false)
+{
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(content) != content.size())
+        return false;
+    file.close();
+    return !executable
+           || file.setPermissions(file.permissions() | QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther);
+}
+
+QByteArray sha256Hex(const QByteArray &bytes)
+{
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex();
+}
+
+} // namespace
+
+TestSigningKeys::TestSigningKeys()
+{
+    if (!m_home.isValid())
+        return;
+    QByteArray armoured;
+    m_valid = gpg({QStringLiteral("--quick-gen-key"), QString::fromUtf8(releaseUser), QStringLiteral("ed25519"),
+                   QStringLiteral("sign"), QStringLiteral("never")})
+              && gpg({QStringLiteral("--quick-gen-key"), QString::fromUtf8(strangerUser), QStringLiteral("ed25519"),
+                      QStringLiteral("sign"), QStringLiteral("never")})
+              && gpg({QStringLiteral("--armor"), QStringLiteral("--export"), QString::fromUtf8(releaseUser)}, &armoured)
+              && armoured.startsWith("-----BEGIN PGP PUBLIC KEY BLOCK-----") && writeFile(releaseKeyFile(), armoured);
+}
+
+TestSigningKeys::~TestSigningKeys()
+{
+    QProcess::execute(QStringLiteral("gpgconf"), {QStringLiteral("--homedir"), m_home.path(), QStringLiteral("--kill"),
+                                                  QStringLiteral("gpg-agent")});
+}
+
+bool TestSigningKeys::sign(Signer signer, const QString &file, const QString &signature) const
+{
+    const char *user = signer == Signer::Release ? releaseUser : strangerUser;
+    return gpg({QStringLiteral("--local-user"), QString::fromUtf8(user), QStringLiteral("--output"), signature,
+                QStringLiteral("--detach-sign"), file});
+}
+
+bool TestSigningKeys::gpg(const QStringList &arguments, QByteArray *output) const
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("GNUPGHOME"), m_home.path());
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral("gpg"),
+                  QStringList{QStringLiteral("--batch"), QStringLiteral("--yes"), QStringLiteral("--passphrase"),
+                              QString(), QStringLiteral("--pinentry-mode"), QStringLiteral("loopback")}
+                      + arguments);
+    process.closeWriteChannel();
+    if (!process.waitForFinished(60000)) {
+        process.kill();
+        process.waitForFinished();
+        qWarning("gpg hangs");
+        return false;
+    }
+    if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
+        qWarning("gpg failed: %s", process.readAllStandardError().constData());
+        return false;
+    }
+    if (output)
+        *output = process.readAllStandardOutput();
+    return true;
+}
+
+LocalReleaseFeed::LocalReleaseFeed(const TestSigningKeys &keys, const QString &folder)
+    : m_keys(keys)
+    , m_folder(folder)
+{
+    QDir().mkpath(m_folder);
+}
+
+LocalReleaseFeed::~LocalReleaseFeed()
+{
+    stop();
+}
+
+bool LocalReleaseFeed::start()
+{
+    const QString portFile = m_folder + QStringLiteral(".port");
+    QFile::remove(portFile);
+    m_server.start(QStringLiteral("python3"), {QStringLiteral(KESTREL_FEED_SERVER), m_folder, portFile, logFile()});
+    if (!m_server.waitForStarted())
+        return false;
+    QDeadlineTimer deadline(20000);
+    while (!QFileInfo::exists(portFile) && !deadline.hasExpired() && m_server.state() == QProcess::Running)
+        QThread::msleep(10);
+    m_port = quint16(readAll(portFile).toUInt());
+    return m_port != 0;
+}
+
+void LocalReleaseFeed::stop()
+{
+    if (m_server.state() != QProcess::NotRunning) {
+        m_server.kill();
+        m_server.waitForFinished();
+    }
+}
+
+QString LocalReleaseFeed::address() const
+{
+    return QStringLiteral("http://127.0.0.1:%1/").arg(m_port);
+}
+
+bool LocalReleaseFeed::publishTool(const QByteArray &release, bool withSumLine)
+{
+    QByteArray sums = sha256Hex("some other asset") + "  yt-dlp.exe\n";
+    if (withSumLine)
+        sums += sha256Hex(release) + "  " + toolAsset() + "\n";
+    sums += sha256Hex("yet another asset") + "  yt-dlp_macos\n";
+    return writeFile(m_folder + QLatin1Char('/') + QLatin1String(toolAsset()), release)
+           && writeFile(m_folder + QStringLiteral("/SHA2-256SUMS"), sums) && signSums(TestSigningKeys::Signer::Release);
+}
+
+bool LocalReleaseFeed::signSums(TestSigningKeys::Signer signer)
+{
+    return m_keys.sign(signer, m_folder + QStringLiteral("/SHA2-256SUMS"), m_folder + QStringLiteral("/SHA2-256SUMS.sig"));
+}
+
+bool LocalReleaseFeed::publishRuntime(const QByteArray &versionLine)
+{
+    const QString executable = m_folder + QStringLiteral(".deno/deno");
+    const QString archive = m_folder + QLatin1Char('/') + QLatin1String(runtimeArchive());
+    QFile::remove(archive);
+    if (!writeFile(executable, ReleaseScripts::answering(versionLine), true))
+        return false;
+    const int zipped = QProcess::execute(QStringLiteral("python3"),
+                                         {QStringLiteral("-c"),
+                                          QStringLiteral("import sys, zipfile\n"
+                                                         "with zipfile.ZipFile(sys.argv[1], 'w') as z:\n"
+                                                         "    z.write(sys.argv[2], 'deno')\n"),
+                                          archive, executable});
+    return zipped == 0
+           && writeFile(archive + QStringLiteral(".sha256sum"),
+                        sha256Hex(readAll(archive)) + "  " + runtimeArchive() + "\n");
+}
+
+void LocalReleaseFeed::setBehaviour(const QString &file, const QString &how)
+{
+    writeFile(m_folder + QStringLiteral("/.behaviour"), QStringLiteral("%1 %2\n").arg(file, how).toUtf8());
+}
+
+QStringList LocalReleaseFeed::requests() const
+{
+    QStringList lines;
+    for (const QByteArray &line : readAll(logFile()).split('\n')) {
+        if (!line.isEmpty())
+            lines << QString::fromUtf8(line);
+    }
+    return lines;
+}
+
+void LocalReleaseFeed::forgetRequests()
+{
+    QFile::remove(logFile());
+}
+
+namespace ReleaseScripts {
+
+QByteArray tool(const QString &version, bool broken)
+{
+    QByteArray script = "#!/bin/bash\n"
+                        "if [ \"$*\" = --version ]; then\n";
+    script += broken ? "    echo 'cannot load the bundled libraries' >&2\n    exit 1\n"
+                     : "    echo " + version.toUtf8() + "\n    exit 0\n";
+    script += "fi\n"
+              "url=\n"
+              "for arg in \"$@\"; do case \"$arg\" in https://*) url=$arg ;; esac; done\n"
+              "if [ -z \"$url\" ]; then echo 'yt-dlp: error: You must provide at least one URL.' >&2; exit 2; fi\n"
+              "(IFS=$'\\x1f'; printf '%s\\n' \"release "
+              + version.toUtf8()
+              + "$IFS$*\") >> \"$FAKE_RECORD\"\n"
+                "if [ -n \"$FAKE_SLEEP\" ]; then sleep \"$FAKE_SLEEP\"; fi\n"
+                "exit 0\n";
+    return script;
+}
+
+QByteArray answering(const QByteArray &firstLine)
+{
+    return "#!/bin/sh\necho '" + firstLine + "'\n";
+}
+
+} // namespace ReleaseScripts
