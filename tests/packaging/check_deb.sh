@@ -46,7 +46,7 @@ field() {
 # Package names only: "libqt6core6 (>= 6.4.2)" and "a | b" alternatives count
 # by their names.
 depends=" $(field Depends | tr ',|' '\n\n' | sed -E 's/\(.*\)//; s/^ +//; s/ +$//' | tr '\n' ' ') "
-for needed in yt-dlp ffmpeg libqt6core6 libqt6gui6 libqt6widgets6 libqt6network6; do
+for needed in yt-dlp ffmpeg gpgv libcurl4 libarchive13 libqt6core6 libqt6gui6 libqt6widgets6 libqt6network6; do
     case "$depends" in
         *" $needed "*) ;;
         *) fail "Depends lacks $needed: $(field Depends)" ;;
