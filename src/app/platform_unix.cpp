@@ -32,6 +32,8 @@ QUrl folderUrl(const QString &folder)
 #include <QFileInfo>
 #include <QHash>
 #include <QList>
+#include <QRegularExpression>
+#include <QStandardPaths>
 #include <QThread>
 
 #include <csignal>
@@ -42,9 +44,35 @@ namespace Platform {
 
 namespace {
 
-// Whether a process of this user runs the tool file: as its executable, or
-// as the script its interpreter was given.
-bool runsTool(const QString &processFolder, const QStringList &toolPaths)
+// How long a stopped launcher has to end its tool and itself before it is
+// killed: it needs a few milliseconds.
+constexpr int stopGraceMs = 3000;
+
+// What the kernel runs for the tool file when it is a script: the canonical
+// path of the interpreter its "#!" line names ("/usr/bin/env NAME" looked up
+// on PATH); empty for a program.
+QString scriptInterpreter(const QString &toolPath)
+{
+    QFile tool(toolPath);
+    if (!tool.open(QIODevice::ReadOnly))
+        return {};
+    const QByteArray firstLine = tool.readLine(4096);
+    if (!firstLine.startsWith("#!"))
+        return {};
+    const QStringList words =
+        QString::fromLocal8Bit(firstLine.mid(2)).split(QRegularExpression(QStringLiteral("\\s+")), Qt::SkipEmptyParts);
+    if (words.isEmpty())
+        return {};
+    QString interpreter = words.first();
+    if (QFileInfo(interpreter).fileName() == QStringLiteral("env") && words.size() > 1)
+        interpreter = QStandardPaths::findExecutable(words.at(1));
+    return QFileInfo(interpreter).canonicalFilePath();
+}
+
+// Whether a process of this user runs the tool file: as its executable, or,
+// when the tool is a script, as the script its interpreter runs. A process
+// that merely names the file ("less kestreldl2") runs another executable.
+bool runsTool(const QString &processFolder, const QStringList &toolPaths, const QString &interpreter)
 {
     struct stat owner;
     if (::stat(QFile::encodeName(processFolder).constData(), &owner) != 0 || owner.st_uid != ::getuid())
@@ -53,16 +81,14 @@ bool runsTool(const QString &processFolder, const QStringList &toolPaths)
     const QString executable = QFileInfo(processFolder + QStringLiteral("/exe")).symLinkTarget();
     if (toolPaths.contains(executable))
         return true;
+    if (interpreter.isEmpty() || executable != interpreter)
+        return false;
 
     QFile commandLine(processFolder + QStringLiteral("/cmdline"));
     if (!commandLine.open(QIODevice::ReadOnly))
         return false;
     const QList<QByteArray> items = commandLine.readAll().split('\0');
-    for (qsizetype i = 0; i < qMin<qsizetype>(2, items.size()); ++i) {
-        if (toolPaths.contains(QFile::decodeName(items.at(i))))
-            return true;
-    }
-    return false;
+    return items.size() > 1 && toolPaths.contains(QFile::decodeName(items.at(1)));
 }
 
 // A process counts as gone once it has exited, also while it waits as a
@@ -101,15 +127,17 @@ QHash<pid_t, pid_t> parentsOfProcesses()
 // The tool's processes and everything they started (the real downloader
 // behind a launcher, and its ffmpeg), gathered before any of them is killed,
 // while the family tree is still intact.
-QList<pid_t> toolProcessTrees(const QStringList &toolPaths)
+// The tool's own processes come first, as *toolCount of them.
+QList<pid_t> toolProcessTrees(const QStringList &toolPaths, const QString &interpreter, qsizetype *toolCount)
 {
     const QHash<pid_t, pid_t> parents = parentsOfProcesses();
     const pid_t self = ::getpid();
     QList<pid_t> found;
     for (auto it = parents.cbegin(); it != parents.cend(); ++it) {
-        if (it.key() != self && runsTool(QStringLiteral("/proc/%1").arg(it.key()), toolPaths))
+        if (it.key() != self && runsTool(QStringLiteral("/proc/%1").arg(it.key()), toolPaths, interpreter))
             found << it.key();
     }
+    *toolCount = found.size();
     for (qsizetype i = 0; i < found.size(); ++i) {
         for (auto it = parents.cbegin(); it != parents.cend(); ++it) {
             if (it.value() == found.at(i) && it.key() != self && !found.contains(it.key()))
@@ -128,21 +156,33 @@ bool killTool(const QString &toolPath, int timeoutMs)
     if (!canonicalToolPath.isEmpty() && canonicalToolPath != toolPath)
         toolPaths << canonicalToolPath;
 
-    QList<pid_t> killed;
-    for (pid_t pid : toolProcessTrees(toolPaths)) {
-        if (::kill(pid, SIGKILL) == 0)
-            killed << pid;
-    }
+    qsizetype toolCount = 0;
+    const QList<pid_t> tree = toolProcessTrees(toolPaths, scriptInterpreter(toolPath), &toolCount);
 
+    // Told to stop first: the launcher then ends its tool's whole process
+    // group and exits with code 1, as a run ended by taskkill does on
+    // Windows. Whatever has not ended soon after is killed outright.
     QDeadlineTimer deadline(timeoutMs);
-    for (pid_t pid : std::as_const(killed)) {
-        while (!hasExited(pid)) {
-            if (deadline.hasExpired())
-                return false;
-            QThread::msleep(2);
+    for (qsizetype i = 0; i < toolCount; ++i)
+        ::kill(tree.at(i), SIGTERM);
+    const QDeadlineTimer grace(qMin(stopGraceMs, timeoutMs));
+    const auto allEnded = [&tree](const QDeadlineTimer &until) {
+        for (const pid_t pid : tree) {
+            while (!hasExited(pid)) {
+                if (until.hasExpired())
+                    return false;
+                QThread::msleep(2);
+            }
         }
+        return true;
+    };
+    if (allEnded(grace))
+        return true;
+    for (const pid_t pid : tree) {
+        if (!hasExited(pid))
+            ::kill(pid, SIGKILL);
     }
-    return true;
+    return allEnded(deadline);
 }
 
 } // namespace Platform

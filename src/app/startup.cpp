@@ -9,6 +9,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QFile>
 #include <QStandardPaths>
 #include <QTimer>
 
@@ -36,6 +37,11 @@ int qMain(int argc, char **argv)
     QCoreApplication::setApplicationVersion(Identity::applicationVersion());
 
     QApplication application(argc, argv);
+
+    // For the tool launcher of every run: it ends with the application, and
+    // takes fresh copies of itself and ffmpeg from beside the executable.
+    qputenv("KESTREL_APP_PID", QByteArray::number(QCoreApplication::applicationPid()));
+    qputenv("KESTREL_APP_DIR", QFile::encodeName(QCoreApplication::applicationDirPath()));
 
     if (LoggingInterface *logging = loggingPlugin().instance())
         logging->setUp(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation), Settings::fileName());

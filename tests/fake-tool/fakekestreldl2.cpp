@@ -17,7 +17,13 @@
 //   }
 // A behaviour may hold, all optional and carried out in this order:
 //   stderrBytes, stdoutLines + stdoutLine, stdoutChunks + pauseMs,
-//   stdoutBase64, writeOutputFile + outputFileBytes, hang, signal, exitCode.
+//   stdoutBase64, writeOutputFile + outputFileBytes, hang, signal, exitCode;
+//   and ignoresStop.
+//
+// Like the real launcher, the tool answers SIGTERM (the first step of the
+// application's kill rule) by exiting with code 1, a normal exit, as a run
+// ended by taskkill does on Windows; unless ignoresStop is set, which leaves
+// only the rule's SIGKILL to end it.
 //
 // Output goes straight to file descriptors 1 and 2 with write(2): one chunk is
 // one write() call and nothing sits in a buffer, so the tests decide exactly
@@ -259,8 +265,16 @@ void dieBySignal(int signalNumber)
 
 } // namespace
 
+void stopAsTheLauncherDoes(int)
+{
+    ::_exit(1);
+}
+
 int main(int argc, char *argv[])
 {
+    // First of all: a stop may come at any moment of the run.
+    ::signal(SIGTERM, stopAsTheLauncherDoes);
+
     // No QCoreApplication: QFile and QJsonDocument work without one, and the
     // tool starts faster.
     const QByteArray scenarioPath = qgetenv("KESTREL_FAKE_TOOL_SCENARIO");
@@ -290,6 +304,9 @@ int main(int argc, char *argv[])
         behaviour = scenario.value(kind).toObject();
     else
         behaviour = scenario.value(QLatin1String("default")).toObject();
+
+    if (behaviour.value(QLatin1String("ignoresStop")).toBool())
+        ::signal(SIGTERM, SIG_IGN);
 
     const qint64 stderrBytes = behaviour.value(QLatin1String("stderrBytes")).toInteger();
     if (stderrBytes > 0)

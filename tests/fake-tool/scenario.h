@@ -57,6 +57,7 @@ struct Behaviour
     int exitCode = 0;
     int signal = 0; // raised with its default action, no core file
     bool hang = false; // sleeps until killed
+    bool ignoresStop = false; // SIGTERM ignored instead of ending with code 1
     qint64 stderrBytes = 0; // lines of 'e'
     qint64 stdoutLines = 0; // stdoutLine + "\n", this many times
     QString stdoutLine;
@@ -77,6 +78,8 @@ struct Behaviour
             json.insert(QLatin1String("signal"), signal);
         if (hang)
             json.insert(QLatin1String("hang"), true);
+        if (ignoresStop)
+            json.insert(QLatin1String("ignoresStop"), true);
         if (stderrBytes != 0)
             json.insert(QLatin1String("stderrBytes"), stderrBytes);
         if (stdoutLines != 0) {

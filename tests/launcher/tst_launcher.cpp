@@ -21,6 +21,7 @@
 #include <QTest>
 #include <QThread>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <set>
@@ -77,6 +78,11 @@ if [ -n "$FAKE_STDERR" ]; then cat "$FAKE_STDERR" >&2; fi
 ready() {
     echo $$ > "$FAKE_PIDFILE.new" && mv "$FAKE_PIDFILE.new" "$FAKE_PIDFILE"
 }
+if [ -n "$FAKE_CHILD" ]; then
+    # What yt-dlp's ffmpeg is to it: a child of its own.
+    sleep 30 &
+    echo $! > "$FAKE_PIDFILE.child"
+fi
 if [ -n "$FAKE_TRAP" ]; then
     trap 'echo "caught $FAKE_TRAP" >> "$FAKE_RECORD"; kill $sleeper; exit 42' "$FAKE_TRAP"
     sleep 30 &
@@ -159,6 +165,24 @@ bool hasEnded(pid_t pid)
         return true;
     const QByteArray state = stat.mid(afterName + 2, 1);
     return state == "Z" || state == "X";
+}
+
+// Waits up to two seconds until every one of pids has ended; kills those
+// that have not, so that a failing test leaves nothing behind.
+bool waitUntilEnded(const QList<pid_t> &pids)
+{
+    QDeadlineTimer deadline(2000);
+    bool allEnded = false;
+    while (!allEnded && !deadline.hasExpired()) {
+        allEnded = std::all_of(pids.cbegin(), pids.cend(), hasEnded);
+        if (!allEnded)
+            QThread::msleep(5);
+    }
+    for (const pid_t pid : pids) {
+        if (!hasEnded(pid))
+            ::kill(pid, SIGKILL);
+    }
+    return allEnded;
 }
 
 pid_t parentOf(pid_t pid)
@@ -406,6 +430,16 @@ private slots:
     void stopSignalIsPassedOn_data();
     void stopSignalIsPassedOn();
     void killedLauncherTakesToolAlong();
+    void stopEndsTheWholeTreeWithExitCodeOne_data();
+    void stopEndsTheWholeTreeWithExitCodeOne();
+    void endOfTheApplicationEndsTheTree();
+    void applicationAlreadyGoneRunsNothing();
+    void toolErrorsAreLogged();
+    void upgradedApplicationBringsFreshCopies();
+    void ffmpegThatDoesNotStartIsNeverUsed();
+    void userOptionsReachTheTool();
+    void brokenOptionsFileChangesNothing_data();
+    void brokenOptionsFileChangesNothing();
     void missingToolIsReported_data();
     void missingToolIsReported();
     void toolIsFoundOnPath();
@@ -535,7 +569,8 @@ void TestLauncher::unwritableCacheChangesNothing()
         QCOMPARE(run->err(), QByteArray(droppedNote));
     }
     const QStringList left = QDir(installation.dataFolder()).entryList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot);
-    QCOMPARE(left, (QStringList{QStringLiteral("kestreldl2"), QStringLiteral("kestreldl2.flags")}));
+    QCOMPARE(left, (QStringList{QStringLiteral("kestreldl2"), QStringLiteral("kestreldl2.flags"),
+                                QStringLiteral("kestreldl2.log")}));
 }
 
 void TestLauncher::inconclusiveAnswerKeepsTheFlag()
@@ -664,7 +699,6 @@ void TestLauncher::stopSignalIsPassedOn_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<int>("signal");
-    QTest::newRow("SIGTERM") << QStringLiteral("TERM") << int(SIGTERM);
     QTest::newRow("SIGINT") << QStringLiteral("INT") << int(SIGINT);
     QTest::newRow("SIGHUP") << QStringLiteral("HUP") << int(SIGHUP);
 }
@@ -695,24 +729,218 @@ void TestLauncher::killedLauncherTakesToolAlong()
     Installation installation;
     installation.environment.insert(QStringLiteral("FAKE_SLEEP"), QStringLiteral("30"));
     installation.environment.insert(QStringLiteral("FAKE_PIDFILE"), installation.pidFile());
+    installation.environment.insert(QStringLiteral("FAKE_CHILD"), QStringLiteral("1"));
 
     QScopedPointer<RawRun> run(installation.start(downloadArguments()));
     const pid_t tool = waitForTool(installation);
     QVERIFY(tool > 0);
     QCOMPARE(parentOf(tool), run->pid());
     QVERIFY(!hasEnded(tool));
+    const pid_t grandchild = pid_t(readAll(installation.pidFile() + QStringLiteral(".child")).trimmed().toInt());
+    QVERIFY(grandchild > 0);
 
     QCOMPARE(::kill(run->pid(), SIGKILL), 0);
     QVERIFY(run->wait());
     QCOMPARE(run->signal(), int(SIGKILL));
-    QElapsedTimer elapsed;
-    elapsed.start();
-    while (!hasEnded(tool) && elapsed.elapsed() < 1000)
-        QThread::msleep(5);
-    const bool ended = hasEnded(tool);
-    if (!ended)
-        ::kill(tool, SIGKILL);
-    QVERIFY2(ended, "yt-dlp outlived the launcher by more than a second");
+    // The tool and what it started, ffmpeg's place here.
+    QVERIFY(waitUntilEnded({tool, grandchild}));
+}
+
+void TestLauncher::stopEndsTheWholeTreeWithExitCodeOne_data()
+{
+    QTest::addColumn<bool>("toolIgnoresStop");
+    QTest::newRow("tool stops") << false;
+    QTest::newRow("tool ignores SIGTERM") << true;
+}
+
+void TestLauncher::stopEndsTheWholeTreeWithExitCodeOne()
+{
+    QFETCH(bool, toolIgnoresStop);
+    Installation installation;
+    installation.environment.insert(QStringLiteral("FAKE_PIDFILE"), installation.pidFile());
+    installation.environment.insert(QStringLiteral("FAKE_CHILD"), QStringLiteral("1"));
+    if (toolIgnoresStop)
+        installation.environment.insert(QStringLiteral("FAKE_TRAP"), QStringLiteral("TERM"));
+    else
+        installation.environment.insert(QStringLiteral("FAKE_SLEEP"), QStringLiteral("30"));
+
+    QScopedPointer<RawRun> run(installation.start(downloadArguments()));
+    const pid_t tool = waitForTool(installation);
+    QVERIFY(tool > 0);
+    const pid_t grandchild = pid_t(readAll(installation.pidFile() + QStringLiteral(".child")).trimmed().toInt());
+    QVERIFY(grandchild > 0);
+
+    // What the application's kill rule sends first.
+    QCOMPARE(::kill(run->pid(), SIGTERM), 0);
+    QVERIFY(run->wait(10000));
+    // As a forced kill ends a run on Windows.
+    QVERIFY(run->exited());
+    QCOMPARE(run->exitCode(), 1);
+    QVERIFY(waitUntilEnded({tool, grandchild}));
+}
+
+void TestLauncher::endOfTheApplicationEndsTheTree()
+{
+    Installation installation;
+    installation.environment.insert(QStringLiteral("FAKE_PIDFILE"), installation.pidFile());
+    installation.environment.insert(QStringLiteral("FAKE_CHILD"), QStringLiteral("1"));
+    installation.environment.insert(QStringLiteral("FAKE_SLEEP"), QStringLiteral("30"));
+    // A stand-in for the application: it starts the launcher and is then
+    // killed, as a crash or SIGKILL would end the application.
+    const QString launcherPidFile = installation.path(QStringLiteral("launcher.pid"));
+    QScopedPointer<RawRun> application(new RawRun(
+        QStringLiteral("/bin/bash"),
+        {QStringLiteral("-c"), QStringLiteral("\"$0\" \"$@\" & echo $! > '%1'; wait").arg(launcherPidFile),
+         installation.launcher(), QStringLiteral("--no-warnings"), QStringLiteral("https://x.invalid/watch?v=k")},
+        installation.environment, installation.path(QString())));
+    const pid_t tool = waitForTool(installation);
+    QVERIFY(tool > 0);
+    const pid_t launcher = pid_t(readAll(launcherPidFile).trimmed().toInt());
+    const pid_t grandchild = pid_t(readAll(installation.pidFile() + QStringLiteral(".child")).trimmed().toInt());
+    QVERIFY(launcher > 0 && grandchild > 0);
+
+    QCOMPARE(::kill(application->pid(), SIGKILL), 0);
+    QVERIFY(application->wait());
+    QVERIFY(waitUntilEnded({launcher, tool, grandchild}));
+}
+
+void TestLauncher::applicationAlreadyGoneRunsNothing()
+{
+    Installation installation;
+    // The application named itself, but the launcher's parent is another
+    // process: the application ended before the launcher could tie its life
+    // to it.
+    installation.environment.insert(QStringLiteral("KESTREL_APP_PID"), QString::number(::getpid() + 1));
+    QScopedPointer<RawRun> run(installation.start(downloadArguments()));
+    QVERIFY(run->wait());
+    QVERIFY(run->exited());
+    QCOMPARE(run->exitCode(), 1);
+    QVERIFY(installation.invocations().isEmpty());
+}
+
+void TestLauncher::toolErrorsAreLogged()
+{
+    Installation installation;
+    const QString errors = installation.path(QStringLiteral("errors.txt"));
+    writeAll(errors, "ERROR: [youtube] kestrel: Sign in to confirm you're not a bot");
+    installation.environment.insert(QStringLiteral("FAKE_STDERR"), errors);
+    installation.environment.insert(QStringLiteral("FAKE_EXIT"), QStringLiteral("1"));
+    QScopedPointer<RawRun> run(installation.start(downloadArguments()));
+    QVERIFY(run->wait());
+    QCOMPARE(run->exitCode(), 1);
+    // Still on the launcher's standard error, as the tool wrote it.
+    QVERIFY(run->err().endsWith("Sign in to confirm you're not a bot"));
+
+    const QByteArray log = readAll(installation.dataFolder() + QStringLiteral("/kestreldl2.log"));
+    QVERIFY2(log.contains(" run " + QFile::encodeName(installation.fake()) + " --ignore-config"), log.constData());
+    QVERIFY(log.contains("kestreldl2: dropped --progress-delta 1 (not known to yt-dlp 2023.03.04)\n"));
+    QVERIFY(log.contains("\nERROR: [youtube] kestrel: Sign in to confirm you're not a bot\n"));
+    QVERIFY(log.contains(" end: exit code 1\n"));
+}
+
+void TestLauncher::upgradedApplicationBringsFreshCopies()
+{
+    Installation installation;
+    // The data folder's copies: the launcher of the first start, and an
+    // ffmpeg that no longer finds its libraries.
+    writeScript(installation.dataFolder() + QStringLiteral("/ffmpeg"),
+                "#!/bin/sh\necho 'ffmpeg: error while loading shared libraries: libavdevice.so.59' >&2\nexit 127\n");
+    // The upgraded application's own.
+    const QString application = installation.path(QStringLiteral("application"));
+    const QByteArray newLauncher = readAll(installation.launcher()) + "\n# a newer build\n";
+    writeScript(application + QStringLiteral("/kestreldl2"), newLauncher);
+    const QByteArray newFfmpeg = "#!/bin/sh\necho 'ffmpeg version 7.1 Copyright (c) the FFmpeg developers'\n";
+    writeScript(application + QStringLiteral("/ffmpeg"), newFfmpeg);
+    installation.environment.insert(QStringLiteral("KESTREL_APP_DIR"), application);
+
+    const QStringList arguments{QStringLiteral("--ffmpeg-location"), installation.dataFolder(),
+                                QStringLiteral("https://x.invalid/watch?v=k")};
+    for (int round = 1; round <= 2; ++round) {
+        QScopedPointer<RawRun> run(installation.start(arguments));
+        QVERIFY(run->wait());
+        QCOMPARE(run->exitCode(), 0);
+        QCOMPARE(readAll(installation.launcher()), newLauncher);
+        QCOMPARE(readAll(installation.dataFolder() + QStringLiteral("/ffmpeg")), newFfmpeg);
+        // The fresh ffmpeg starts, so the tool is pointed at it.
+        QCOMPARE(installation.lastInvocation(), arguments);
+    }
+    const QByteArray log = readAll(installation.dataFolder() + QStringLiteral("/kestreldl2.log"));
+    QCOMPARE(log.count("kestreldl2: took the launcher of " + QFile::encodeName(application) + '\n'), 1);
+}
+
+void TestLauncher::ffmpegThatDoesNotStartIsNeverUsed()
+{
+    Installation installation;
+    writeScript(installation.dataFolder() + QStringLiteral("/ffmpeg"), "#!/bin/sh\nexit 127\n");
+    const QString systemFfmpeg = installation.runtimeFolder() + QStringLiteral("/ffmpeg");
+    writeScript(systemFfmpeg, "#!/bin/sh\necho 'ffmpeg version 5.1.6-0+deb12u1 Copyright (c) 2000-2024'\n");
+
+    QScopedPointer<RawRun> run(installation.start({QStringLiteral("--ffmpeg-location"), installation.dataFolder(),
+                                                   QStringLiteral("https://x.invalid/watch?v=k")}));
+    QVERIFY(run->wait());
+    QCOMPARE(run->exitCode(), 0);
+    QCOMPARE(installation.lastInvocation(), (QStringList{QStringLiteral("--ffmpeg-location"), systemFfmpeg,
+                                                         QStringLiteral("https://x.invalid/watch?v=k")}));
+    QVERIFY(run->err().contains("/ffmpeg does not start; the tool uses " + QFile::encodeName(systemFfmpeg)));
+}
+
+void TestLauncher::userOptionsReachTheTool()
+{
+    Installation installation;
+    writeAll(installation.dataFolder() + QStringLiteral("/tool-options.txt"),
+             "# Behind YouTube's bot check:\r\n"
+             "--cookies-from-browser firefox\r\n"
+             "\n"
+             "  --proxy=socks5://127.0.0.1:1080  \n"
+             "--cookies \"/home/me/my cookies.txt\"\n"
+             "--force-ipv4\n"
+             "--print title\n"
+             "-o /tmp/%(id)s\n"
+             "--limit-rate\n"
+             "--dump-json\n");
+    const QStringList arguments{QStringLiteral("--get-title"), QStringLiteral("https://x.invalid/watch?v=k")};
+    QScopedPointer<RawRun> run(installation.start(arguments));
+    QVERIFY(run->wait());
+    QCOMPARE(run->exitCode(), 0);
+    QCOMPARE(installation.lastInvocation(),
+             QStringList({QStringLiteral("--cookies-from-browser"), QStringLiteral("firefox"), QStringLiteral("--proxy"),
+                          QStringLiteral("socks5://127.0.0.1:1080"), QStringLiteral("--cookies"),
+                          QStringLiteral("/home/me/my cookies.txt"), QStringLiteral("--force-ipv4")})
+                 + arguments);
+    const QByteArray log = readAll(installation.dataFolder() + QStringLiteral("/kestreldl2.log"));
+    for (const QByteArray &refused : {QByteArray("--print title (not an option for reaching the service)"),
+                                     QByteArray("-o /tmp/%(id)s (not an option for reaching the service)"),
+                                     QByteArray("--limit-rate (needs a value)"),
+                                     QByteArray("--dump-json (not an option for reaching the service)")})
+        QVERIFY2(log.contains("kestreldl2: tool-options.txt: refused " + refused + '\n'), refused.constData());
+}
+
+void TestLauncher::brokenOptionsFileChangesNothing_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<bool>("folder");
+    QTest::newRow("empty") << QByteArray() << false;
+    QTest::newRow("comments only") << QByteArray("# nothing yet\n\n   \n") << false;
+    QTest::newRow("binary") << QByteArray("\x7f" "ELF\x02\x01\x01\0\0\0", 10) << false;
+    QTest::newRow("huge") << QByteArray(200 * 1024, '-') << false;
+    QTest::newRow("a folder") << QByteArray() << true;
+}
+
+void TestLauncher::brokenOptionsFileChangesNothing()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(bool, folder);
+    Installation installation;
+    const QString file = installation.dataFolder() + QStringLiteral("/tool-options.txt");
+    if (folder)
+        QVERIFY(QDir().mkpath(file));
+    else
+        writeAll(file, content);
+    const QStringList arguments{QStringLiteral("--get-title"), QStringLiteral("https://x.invalid/watch?v=k")};
+    QScopedPointer<RawRun> run(installation.start(arguments));
+    QVERIFY(run->wait());
+    QCOMPARE(run->exitCode(), 0);
+    QCOMPARE(installation.lastInvocation(), arguments);
 }
 
 void TestLauncher::missingToolIsReported_data()

@@ -236,6 +236,7 @@ void TestToolInstall::firstInstallBringsToolAndRuntime()
                                           QStringLiteral("GET deno-x86_64-unknown-linux-gnu.zip")}));
     QCOMPARE(dataFiles(), QStringList({QStringLiteral("deno"), QStringLiteral("kestreldl2"),
                                        QStringLiteral("kestreldl2.flags"), QStringLiteral("kestreldl2.lock"),
+                                       QStringLiteral("kestreldl2.log"),
                                        QStringLiteral("kestreldl2.state"), QStringLiteral("yt-dlp_linux")}));
 }
 

@@ -18,17 +18,13 @@ namespace Launcher {
 
 namespace {
 
-// The signals the launcher handles itself: the ones it passes on to the
-// child, and SIGPIPE, which it ignores so that writing a note to a closed
-// stderr cannot kill it.
-constexpr int forwardedSignals[] = {SIGTERM, SIGINT, SIGHUP};
-constexpr int changedSignals[] = {SIGPIPE, SIGTERM, SIGINT, SIGHUP};
+// The signals the launcher handles itself (toolrun.cpp), and SIGPIPE, which
+// it ignores so that writing a note to a closed stderr cannot kill it.
+constexpr int changedSignals[] = {SIGPIPE, SIGTERM, SIGINT, SIGHUP, SIGCHLD};
 constexpr std::size_t changedCount = sizeof changedSignals / sizeof changedSignals[0];
 
 struct sigaction inheritedActions[changedCount];
 sigset_t inheritedMask;
-
-volatile sig_atomic_t forwardTarget = 0;
 
 // Runs in the child between fork() and exec(): async-signal-safe calls only.
 void restoreInheritedSignals()
@@ -36,20 +32,6 @@ void restoreInheritedSignals()
     for (std::size_t i = 0; i < changedCount; ++i)
         ::sigaction(changedSignals[i], &inheritedActions[i], nullptr);
     ::sigprocmask(SIG_SETMASK, &inheritedMask, nullptr);
-}
-
-void forwardSignal(int signal, siginfo_t *info, void *)
-{
-    // A signal from the terminal (Ctrl+C, hang-up) went to the whole
-    // foreground process group, the child included; passing it on as well
-    // would make yt-dlp see it twice.
-    if (info && info->si_code == SI_KERNEL)
-        return;
-    const int savedErrno = errno;
-    const pid_t target = forwardTarget;
-    if (target > 0)
-        ::kill(target, signal);
-    errno = savedErrno;
 }
 
 void placeStream(int fd, int target)
@@ -110,12 +92,12 @@ CapturedRun runCaptured(const std::string &program, const std::vector<std::strin
     const int nullIn = openNull(O_RDONLY);
     const int nullOut = openNull(O_WRONLY);
 
-    ChildStreams streams;
-    streams.in = nullIn;
-    streams.out = capturedStream == STDOUT_FILENO ? pipeFds[1] : nullOut;
-    streams.err = capturedStream == STDERR_FILENO ? pipeFds[1] : nullOut;
+    ChildSetup setup;
+    setup.in = nullIn;
+    setup.out = capturedStream == STDOUT_FILENO ? pipeFds[1] : nullOut;
+    setup.err = capturedStream == STDERR_FILENO ? pipeFds[1] : nullOut;
     int error = 0;
-    const pid_t pid = startChild(program, arguments, streams, environment, &error);
+    const pid_t pid = startChild(program, arguments, setup, environment, &error);
     ::close(pipeFds[1]);
     if (nullIn >= 0)
         ::close(nullIn);
@@ -181,8 +163,17 @@ void rememberInheritedSignals()
     ::sigprocmask(SIG_SETMASK, nullptr, &inheritedMask);
 }
 
+bool inheritedIgnore(int signal)
+{
+    for (std::size_t i = 0; i < changedCount; ++i) {
+        if (changedSignals[i] == signal)
+            return inheritedActions[i].sa_handler == SIG_IGN;
+    }
+    return false;
+}
+
 pid_t startChild(const std::string &program, const std::vector<std::string> &arguments,
-                 const ChildStreams &streams, const std::vector<std::string> *environment, int *error)
+                 const ChildSetup &setup, const std::vector<std::string> *environment, int *error)
 {
     // Everything the child uses is made before fork(): after it, the child
     // may only make async-signal-safe calls.
@@ -215,9 +206,11 @@ pid_t startChild(const std::string &program, const std::vector<std::string> &arg
     }
     if (pid == 0) {
         ::close(failure[0]);
-        placeStream(streams.in, STDIN_FILENO);
-        placeStream(streams.out, STDOUT_FILENO);
-        placeStream(streams.err, STDERR_FILENO);
+        placeStream(setup.in, STDIN_FILENO);
+        placeStream(setup.out, STDOUT_FILENO);
+        placeStream(setup.err, STDERR_FILENO);
+        if (setup.ownProcessGroup)
+            ::setpgid(0, 0);
         restoreInheritedSignals();
         int reason = 0;
         if (::prctl(PR_SET_PDEATHSIG, SIGKILL) != 0) {
@@ -308,55 +301,6 @@ std::optional<std::string> queryToolVersion(const std::string &tool, int timeout
     if (version && (version->size() > 64 || version->find(' ') != std::string::npos))
         return std::nullopt;
     return version;
-}
-
-int runTool(const std::string &tool, const std::vector<std::string> &arguments, int *error)
-{
-    // The forwarded signals stay blocked until the child's id is known, so
-    // that none arriving meanwhile is lost; the child restores the mask.
-    sigset_t forwarded;
-    ::sigemptyset(&forwarded);
-    for (const int signal : forwardedSignals)
-        ::sigaddset(&forwarded, signal);
-    sigset_t before;
-    ::sigprocmask(SIG_BLOCK, &forwarded, &before);
-
-    for (std::size_t i = 0; i < changedCount; ++i) {
-        const int signal = changedSignals[i];
-        // A signal the launcher was told to ignore stays ignored, here and
-        // in the child.
-        if (signal == SIGPIPE || inheritedActions[i].sa_handler == SIG_IGN)
-            continue;
-        struct sigaction action;
-        std::memset(&action, 0, sizeof action);
-        action.sa_sigaction = forwardSignal;
-        action.sa_mask = forwarded;
-        action.sa_flags = SA_SIGINFO | SA_RESTART;
-        ::sigaction(signal, &action, nullptr);
-    }
-
-    std::vector<std::string> argv{tool};
-    argv.insert(argv.end(), arguments.begin(), arguments.end());
-    const pid_t pid = startChild(tool, argv, ChildStreams{}, nullptr, error);
-    if (pid < 0) {
-        ::sigprocmask(SIG_SETMASK, &before, nullptr);
-        return -1;
-    }
-    forwardTarget = pid;
-    ::sigprocmask(SIG_SETMASK, &before, nullptr);
-
-    // Waits without reaping first: until the child is reaped its id cannot
-    // be given to another process, so a signal forwarded meanwhile cannot
-    // hit a stranger.
-    siginfo_t info;
-    while (::waitid(P_PID, id_t(pid), &info, WEXITED | WNOWAIT) != 0 && errno == EINTR) {
-    }
-    ::sigprocmask(SIG_BLOCK, &forwarded, nullptr);
-    forwardTarget = 0;
-    int status = 0;
-    while (::waitpid(pid, &status, 0) < 0 && errno == EINTR) {
-    }
-    return status;
 }
 
 void exitLike(int waitStatus)

@@ -12,13 +12,20 @@ namespace Launcher {
 // itself. Called first thing in main().
 void rememberInheritedSignals();
 
-// Where a child's standard streams go: a descriptor, or -1 for the
-// launcher's own stream, which the child then shares untouched.
-struct ChildStreams
+// Whether the launcher was started with signal ignored: such a signal stays
+// ignored, in the launcher and in its children.
+bool inheritedIgnore(int signal);
+
+// How a child starts: where its standard streams go (a descriptor, or -1
+// for the launcher's own stream, which the child then shares untouched),
+// and whether it leads a process group of its own, which the launcher can
+// end as a whole with everything the child starts.
+struct ChildSetup
 {
     int in = -1;
     int out = -1;
     int err = -1;
+    bool ownProcessGroup = false;
 };
 
 // Starts program with arguments (argv[0] is program) as a child that the
@@ -28,7 +35,7 @@ struct ChildStreams
 // given. Returns the child's id, or -1 with *error set when the program
 // could not be started.
 pid_t startChild(const std::string &program, const std::vector<std::string> &arguments,
-                 const ChildStreams &streams, const std::vector<std::string> *environment, int *error);
+                 const ChildSetup &setup, const std::vector<std::string> *environment, int *error);
 
 // What a child that wrote one of its streams to a pipe printed there, and how
 // it ended; finished is false when it did not end within the time given (it
@@ -68,11 +75,6 @@ FlagSupport probeFlagSupport(const std::string &tool, const std::string &flag, c
 // The version tool reports, such as "2023.03.04", if it reports one within
 // timeoutMs.
 std::optional<std::string> queryToolVersion(const std::string &tool, int timeoutMs);
-
-// Runs tool with arguments as the launcher's child sharing its standard
-// streams, passes SIGTERM, SIGINT and SIGHUP the launcher receives on to it,
-// and returns its wait status; -1 with *error set when it could not start.
-int runTool(const std::string &tool, const std::vector<std::string> &arguments, int *error);
 
 // Ends the launcher by signal, without a core file: how it reports a
 // failure that the application must see as a crash.

@@ -11,6 +11,7 @@ namespace Launcher {
 namespace {
 
 const char stateFileName[] = "kestreldl2.state";
+const std::string copiedFromKey = "copied-from:";
 
 std::int64_t number(const std::string &text)
 {
@@ -38,6 +39,8 @@ InstallState InstallState::load(const std::string &folder)
             state.lastFailure = number(value);
         else if (key == "runtime-archive-sum")
             state.runtimeArchiveSum = value;
+        else if (key.compare(0, copiedFromKey.size(), copiedFromKey) == 0)
+            state.copiedFrom[key.substr(copiedFromKey.size())] = value;
     }
     return state;
 }
@@ -48,6 +51,8 @@ bool InstallState::save(const std::string &folder) const
     text << "last-check " << lastCheck << '\n'
          << "last-failure " << lastFailure << '\n'
          << "runtime-archive-sum " << runtimeArchiveSum << '\n';
+    for (const auto &[name, source] : copiedFrom)
+        text << copiedFromKey << name << ' ' << source << '\n';
     ScratchFile file(folder, "state");
     return file.write(text.str()) && file.moveTo(folder + '/' + stateFileName);
 }

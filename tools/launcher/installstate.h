@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
 
 namespace Launcher {
@@ -9,12 +10,16 @@ namespace Launcher {
 // "kestreldl2.state" beside it: when the feeds were last checked with
 // success, when an attempt last failed, and which runtime archive the
 // managed runtime came from (its sum file names the archive, not the
-// executable inside). A file that cannot be read counts as empty.
+// executable inside), and which files it copied from beside the
+// application. A file that cannot be read counts as empty.
 struct InstallState
 {
     std::int64_t lastCheck = 0;
     std::int64_t lastFailure = 0;
     std::string runtimeArchiveSum;
+    // For each file the launcher copies from beside the application: the
+    // identity of the source it last took the file from.
+    std::map<std::string, std::string> copiedFrom;
 
     static InstallState load(const std::string &folder);
     // Replaces the file in one step.

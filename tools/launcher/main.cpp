@@ -16,10 +16,14 @@
 
 #include "childprocess.h"
 #include "flagcache.h"
+#include "freshcopies.h"
 #include "jsruntime.h"
 #include "managedtools.h"
 #include "toolflags.h"
 #include "toollocation.h"
+#include "toollog.h"
+#include "toolrun.h"
+#include "useroptions.h"
 
 #include <cerrno>
 #include <csignal>
@@ -33,6 +37,7 @@
 
 #include <fcntl.h>
 #include <sys/prctl.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -58,9 +63,24 @@ void writeLine(int fd, const std::string &text)
     }
 }
 
+// The launcher's log in the data folder, once it is open.
+Launcher::ToolLog *launcherLog = nullptr;
+
 void note(const std::string &text)
 {
     writeLine(STDERR_FILENO, "kestreldl2: " + text);
+    if (launcherLog)
+        launcherLog->note(text);
+}
+
+// The process whose end ends the launcher: the application, which names
+// itself in KESTREL_APP_PID for its children; else whoever started it.
+pid_t expectedParent()
+{
+    const char *named = std::getenv("KESTREL_APP_PID");
+    char *end = nullptr;
+    const long pid = named ? std::strtol(named, &end, 10) : 0;
+    return pid > 1 && end && *end == '\0' ? pid_t(pid) : ::getppid();
 }
 
 // What the launcher learnt about installed programs (the flags the tool
@@ -224,6 +244,66 @@ void startRefresh(Launcher::ManagedTools &managed, bool withRuntime)
     std::exit(0);
 }
 
+// Set for the launcher that a launcher which has just replaced itself
+// starts in its place, so that it does not look again.
+const char freshVariable[] = "KESTREL_LAUNCHER_FRESH";
+
+// Takes fresh copies of the launcher and ffmpeg from beside the application
+// (KESTREL_APP_DIR, which the application sets for its children) and, when
+// the launcher itself was replaced, runs the new one in its place.
+void takeFreshCopies(const std::string &folder, char *argv[])
+{
+    const char *appFolder = std::getenv("KESTREL_APP_DIR");
+    const bool fresh = std::getenv(freshVariable) != nullptr;
+    ::unsetenv(freshVariable);
+    if (fresh || !appFolder || !*appFolder || !Launcher::refreshCopies(folder, appFolder))
+        return;
+    note(std::string("took the launcher of ") + appFolder);
+    ::setenv(freshVariable, "1", 1);
+    const std::string self = folder + "/kestreldl2";
+    ::execv(self.c_str(), argv);
+    // The old launcher can still do this run.
+    ::unsetenv(freshVariable);
+}
+
+bool ffmpegStarts(const std::string &program, KnowledgeCache &knowledge)
+{
+    const std::optional<Launcher::ToolIdentity> identity = Launcher::identifyTool(program);
+    if (!identity)
+        return false;
+    std::optional<std::string> answer = knowledge.cache().version(*identity);
+    if (!answer) {
+        constexpr int versionTimeoutMs = 10000;
+        answer = Launcher::firstOutputLine(program, {"-version"}, versionTimeoutMs, true).value_or("?");
+        knowledge.cache().setVersion(*identity, *answer);
+        knowledge.learnt();
+    }
+    return answer->compare(0, 15, "ffmpeg version ") == 0;
+}
+
+// The tool is never pointed at an ffmpeg that does not start, such as an
+// old copy linked against libraries the system no longer has: the system's
+// ffmpeg takes its place.
+void avoidBrokenFfmpeg(std::vector<std::string> &arguments, KnowledgeCache &knowledge)
+{
+    for (std::size_t i = 0; i + 1 < arguments.size(); ++i) {
+        if (arguments[i] != "--ffmpeg-location")
+            continue;
+        std::string &location = arguments[i + 1];
+        struct stat status;
+        const bool isFolder = ::stat(location.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+        const std::string given = isFolder ? location + "/ffmpeg" : location;
+        if (::access(given.c_str(), F_OK) != 0 || ffmpegStarts(given, knowledge))
+            return;
+        const std::string system = Launcher::findOnPath("ffmpeg");
+        if (system.empty() || !ffmpegStarts(system, knowledge))
+            return;
+        note(given + " does not start; the tool uses " + system);
+        location = system;
+        return;
+    }
+}
+
 struct ToolChoice
 {
     std::string path;
@@ -264,9 +344,13 @@ bool isCrashSignal(int signal)
 int main(int argc, char *argv[])
 {
     Launcher::rememberInheritedSignals();
+    Launcher::endRunOnStop(expectedParent());
     std::signal(SIGPIPE, SIG_IGN);
 
     const std::string folder = Launcher::ownFolder();
+    Launcher::ToolLog log(folder);
+    launcherLog = &log;
+    takeFreshCopies(folder, argv);
     const std::vector<std::string> given(argv + 1, argv + argc);
     if (given == std::vector<std::string>{"--update"})
         updateManagedCopies(folder);
@@ -282,7 +366,12 @@ int main(int argc, char *argv[])
     }
 
     std::vector<std::string> arguments = launcherArguments(runtimeInUse(managed, knowledge));
+    const Launcher::UserOptions userOptions = Launcher::readUserOptions(folder);
+    for (const std::string &refused : userOptions.refused)
+        note("tool-options.txt: refused " + refused);
+    arguments.insert(arguments.end(), userOptions.arguments.begin(), userOptions.arguments.end());
     arguments.insert(arguments.end(), given.begin(), given.end());
+    avoidBrokenFfmpeg(arguments, knowledge);
     const std::vector<std::string> checked = Launcher::flagsToCheck(arguments);
     if (!checked.empty())
         arguments = withoutUnknownFlags(tool.path, arguments, checked, knowledge);
@@ -290,11 +379,11 @@ int main(int argc, char *argv[])
     knowledge.saveIfLearnt();
     forceUtf8Output();
     int error = 0;
-    const int status = Launcher::runTool(tool.path, arguments, &error);
+    const int status = Launcher::runTool(tool.path, arguments, log, &error);
     if (tool.managed)
         managed.settleAfterRun(status >= 0 && !(WIFSIGNALED(status) && isCrashSignal(WTERMSIG(status))));
     if (status < 0) {
-        note("cannot run " + tool.path + ": " + std::strerror(error));
+        writeLine(STDERR_FILENO, "kestreldl2: cannot run " + tool.path + ": " + std::strerror(error));
         return 127;
     }
     Launcher::exitLike(status);
