@@ -1,5 +1,7 @@
 #include "fetch.h"
 
+#include "writeall.h"
+
 #include <curl/curl.h>
 
 #include <cerrno>
@@ -36,18 +38,9 @@ std::size_t receive(char *data, std::size_t size, std::size_t count, void *conte
     }
     if (sink.text) {
         sink.text->append(data, bytes);
-    } else {
-        std::size_t done = 0;
-        while (done < bytes) {
-            const ssize_t n = ::write(sink.fd, data + done, bytes - done);
-            if (n < 0 && errno == EINTR)
-                continue;
-            if (n <= 0) {
-                sink.writeFailed = true;
-                return 0;
-            }
-            done += std::size_t(n);
-        }
+    } else if (!writeAll(sink.fd, data, bytes)) {
+        sink.writeFailed = true;
+        return 0;
     }
     sink.written += bytes;
     return bytes;

@@ -1,5 +1,7 @@
 #include "flagcache.h"
 
+#include "writeall.h"
+
 #include <cerrno>
 #include <cstddef>
 #include <cstdio>
@@ -49,20 +51,6 @@ std::vector<std::string> splitFields(const std::string &line, std::size_t count)
     }
     fields.push_back(line.substr(start));
     return fields;
-}
-
-bool writeAll(int fd, const std::string &text)
-{
-    std::size_t written = 0;
-    while (written < text.size()) {
-        const ssize_t n = ::write(fd, text.data() + written, text.size() - written);
-        if (n < 0 && errno == EINTR)
-            continue;
-        if (n <= 0)
-            return false;
-        written += std::size_t(n);
-    }
-    return true;
 }
 
 } // namespace

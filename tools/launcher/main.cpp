@@ -24,6 +24,7 @@
 #include "toollog.h"
 #include "toolrun.h"
 #include "useroptions.h"
+#include "writeall.h"
 
 #include <cerrno>
 #include <csignal>
@@ -51,16 +52,7 @@ const char cacheFileName[] = "kestreldl2.flags";
 
 void writeLine(int fd, const std::string &text)
 {
-    const std::string line = text + '\n';
-    std::size_t written = 0;
-    while (written < line.size()) {
-        const ssize_t n = ::write(fd, line.data() + written, line.size() - written);
-        if (n < 0 && errno == EINTR)
-            continue;
-        if (n <= 0)
-            return;
-        written += std::size_t(n);
-    }
+    Launcher::writeAll(fd, text + '\n');
 }
 
 // The launcher's log in the data folder, once it is open.

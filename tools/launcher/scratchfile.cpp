@@ -1,5 +1,7 @@
 #include "scratchfile.h"
 
+#include "writeall.h"
+
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -37,16 +39,7 @@ ScratchFile::~ScratchFile()
 
 bool ScratchFile::write(const std::string &bytes)
 {
-    std::size_t done = 0;
-    while (m_fd >= 0 && done < bytes.size()) {
-        const ssize_t n = ::write(m_fd, bytes.data() + done, bytes.size() - done);
-        if (n < 0 && errno == EINTR)
-            continue;
-        if (n <= 0)
-            return false;
-        done += std::size_t(n);
-    }
-    return m_fd >= 0;
+    return m_fd >= 0 && writeAll(m_fd, bytes);
 }
 
 bool ScratchFile::finishExecutable()

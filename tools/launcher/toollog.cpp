@@ -1,5 +1,7 @@
 #include "toollog.h"
 
+#include "writeall.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <ctime>
@@ -92,15 +94,8 @@ void ToolLog::endRun(int waitStatus)
 
 void ToolLog::write(const std::string &text)
 {
-    std::size_t done = 0;
-    while (m_fd >= 0 && done < text.size()) {
-        const ssize_t n = ::write(m_fd, text.data() + done, text.size() - done);
-        if (n < 0 && errno == EINTR)
-            continue;
-        if (n <= 0)
-            return;
-        done += std::size_t(n);
-    }
+    if (m_fd >= 0)
+        writeAll(m_fd, text);
 }
 
 } // namespace Launcher

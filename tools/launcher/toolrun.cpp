@@ -2,6 +2,7 @@
 
 #include "childprocess.h"
 #include "toollog.h"
+#include "writeall.h"
 
 #include <cerrno>
 #include <csignal>
@@ -67,19 +68,6 @@ sigset_t handledSignals()
     for (const int signal : {SIGTERM, SIGINT, SIGHUP, SIGCHLD})
         ::sigaddset(&set, signal);
     return set;
-}
-
-void writeAll(int fd, const char *data, std::size_t size)
-{
-    while (size > 0) {
-        const ssize_t n = ::write(fd, data, size);
-        if (n < 0 && errno == EINTR)
-            continue;
-        if (n <= 0)
-            return;
-        data += n;
-        size -= std::size_t(n);
-    }
 }
 
 // Copies what is readable on fd to the launcher's standard error and the

@@ -1,5 +1,7 @@
 #include "unzip.h"
 
+#include "writeall.h"
+
 #include <archive.h>
 #include <archive_entry.h>
 
@@ -12,20 +14,6 @@
 namespace Launcher {
 
 namespace {
-
-bool writeAll(int fd, const char *data, std::size_t size)
-{
-    while (size > 0) {
-        const ssize_t n = ::write(fd, data, size);
-        if (n < 0 && errno == EINTR)
-            continue;
-        if (n <= 0)
-            return false;
-        data += n;
-        size -= std::size_t(n);
-    }
-    return true;
-}
 
 std::string archiveProblem(archive *reader)
 {
