@@ -16,6 +16,7 @@
 
 #include "childprocess.h"
 #include "flagcache.h"
+#include "knowledgecache.h"
 #include "freshcopies.h"
 #include "jsruntime.h"
 #include "managedtools.h"
@@ -48,8 +49,6 @@ namespace {
 // longer proves nothing and the flag is then passed on unchanged.
 constexpr int probeTimeoutMs = 20000;
 
-const char cacheFileName[] = "kestreldl2.flags";
-
 void writeLine(int fd, const std::string &text)
 {
     Launcher::writeAll(fd, text + '\n');
@@ -75,42 +74,9 @@ pid_t expectedParent()
     return pid > 1 && end && *end == '\0' ? pid_t(pid) : ::getppid();
 }
 
-// What the launcher learnt about installed programs (the flags the tool
-// knows, the runtimes' versions), kept beside it because asking costs a
-// program start. When the file cannot be read or written, the programs are
-// simply asked again next time.
-class KnowledgeCache
-{
-public:
-    explicit KnowledgeCache(const std::string &folder)
-        : m_path(folder.empty() ? std::string() : folder + '/' + cacheFileName)
-        , m_cache(m_path.empty() ? Launcher::FlagCache() : Launcher::FlagCache::load(m_path))
-    {
-    }
-
-    bool canKeep() const { return !m_path.empty(); }
-    Launcher::FlagCache &cache() { return m_cache; }
-    void learnt() { m_learnt = true; }
-    bool *learntFlag() { return &m_learnt; }
-
-    // Called before the launcher hands over to the tool: it ends with
-    // _exit(), which runs no destructor.
-    void saveIfLearnt()
-    {
-        if (m_learnt && !m_path.empty())
-            m_cache.save(m_path);
-        m_learnt = false;
-    }
-
-private:
-    std::string m_path;
-    Launcher::FlagCache m_cache;
-    bool m_learnt = false;
-};
-
 // arguments without the checked flags that tool does not know.
 std::vector<std::string> withoutUnknownFlags(const std::string &tool, const std::vector<std::string> &arguments,
-                                             const std::vector<std::string> &checked, KnowledgeCache &knowledge)
+                                             const std::vector<std::string> &checked, Launcher::KnowledgeCache &knowledge)
 {
     const std::optional<Launcher::ToolIdentity> identity = Launcher::identifyTool(tool);
     const bool canCache = identity && knowledge.canKeep();
@@ -157,14 +123,14 @@ std::vector<std::string> withoutUnknownFlags(const std::string &tool, const std:
     return kept;
 }
 
-bool hasNewEnoughSystemRuntime(KnowledgeCache &knowledge)
+bool hasNewEnoughSystemRuntime(Launcher::KnowledgeCache &knowledge)
 {
     return Launcher::findSystemRuntime(knowledge.cache(), knowledge.learntFlag()).has_value();
 }
 
 // The runtime every tool run names: one on PATH that is new enough, else
 // the managed Deno when it is installed.
-std::optional<Launcher::JsRuntime> runtimeInUse(const Launcher::ManagedTools &managed, KnowledgeCache &knowledge)
+std::optional<Launcher::JsRuntime> runtimeInUse(const Launcher::ManagedTools &managed, Launcher::KnowledgeCache &knowledge)
 {
     if (std::optional<Launcher::JsRuntime> system
         = Launcher::findSystemRuntime(knowledge.cache(), knowledge.learntFlag()))
@@ -224,7 +190,7 @@ void startRefresh(Launcher::ManagedTools &managed, bool withRuntime)
 [[noreturn]] void updateManagedCopies(const std::string &folder)
 {
     Launcher::ManagedTools managed(folder);
-    KnowledgeCache knowledge(folder);
+    Launcher::KnowledgeCache knowledge(folder);
     const bool withRuntime = !hasNewEnoughSystemRuntime(knowledge);
     knowledge.saveIfLearnt();
     const Launcher::ManagedTools::Outcome outcome = managed.update(withRuntime, Launcher::FolderLock::Wait::UntilFree);
@@ -258,7 +224,7 @@ void takeFreshCopies(const std::string &folder, char *argv[])
     ::unsetenv(freshVariable);
 }
 
-bool ffmpegStarts(const std::string &program, KnowledgeCache &knowledge)
+bool ffmpegStarts(const std::string &program, Launcher::KnowledgeCache &knowledge)
 {
     const std::optional<Launcher::ToolIdentity> identity = Launcher::identifyTool(program);
     if (!identity)
@@ -276,7 +242,7 @@ bool ffmpegStarts(const std::string &program, KnowledgeCache &knowledge)
 // The tool is never pointed at an ffmpeg that does not start, such as an
 // old copy linked against libraries the system no longer has: the system's
 // ffmpeg takes its place.
-void avoidBrokenFfmpeg(std::vector<std::string> &arguments, KnowledgeCache &knowledge)
+void avoidBrokenFfmpeg(std::vector<std::string> &arguments, Launcher::KnowledgeCache &knowledge)
 {
     for (std::size_t i = 0; i + 1 < arguments.size(); ++i) {
         if (arguments[i] != "--ffmpeg-location")
@@ -305,7 +271,7 @@ struct ToolChoice
 // The tool to run: KESTREL_YTDLP's when set (a developer's or a test's
 // choice, left alone); else the managed copy, installed first when missing
 // (at most one attempt an hour); else the system's yt-dlp.
-ToolChoice chooseTool(Launcher::ManagedTools &managed, KnowledgeCache &knowledge, std::string *problem)
+ToolChoice chooseTool(Launcher::ManagedTools &managed, Launcher::KnowledgeCache &knowledge, std::string *problem)
 {
     const char *chosen = std::getenv(Launcher::toolVariable());
     if (chosen && *chosen)
@@ -348,7 +314,7 @@ int main(int argc, char *argv[])
         updateManagedCopies(folder);
 
     Launcher::ManagedTools managed(folder);
-    KnowledgeCache knowledge(folder);
+    Launcher::KnowledgeCache knowledge(folder);
     std::string problem;
     const ToolChoice tool = chooseTool(managed, knowledge, &problem);
     if (tool.path.empty()) {
