@@ -21,7 +21,7 @@ fi
 shift || true
 targets=("$@")
 if [ ${#targets[@]} -eq 0 ]; then
-    targets=(fuzz_address fuzz_metadata fuzz_formattable fuzz_formatline fuzz_progress fuzz_sizes)
+    targets=(fuzz_address fuzz_metadata fuzz_formattable fuzz_formatline fuzz_progress fuzz_sizes fuzz_releasetext)
 fi
 
 if ! grep -q 'add_subdirectory(fuzz)' CMakeLists.txt; then
@@ -52,6 +52,7 @@ dictionary_of() {
         fuzz_formattable | fuzz_formatline) echo fuzz/dict/formats.dict ;;
         fuzz_progress) echo fuzz/dict/progress.dict ;;
         fuzz_sizes) echo fuzz/dict/sizes.dict ;;
+        fuzz_releasetext) echo fuzz/dict/releasetext.dict ;;
         *) echo "no dictionary for $1" >&2; return 1 ;;
     esac
 }
