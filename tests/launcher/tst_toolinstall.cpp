@@ -520,9 +520,11 @@ void TestToolInstall::staleCopyIsRefreshedBesideTheRun()
     QVERIFY(m_feed->publishTool(ReleaseScripts::tool(QStringLiteral("2026.11.20"))));
     m_feed->forgetRequests();
 
-    // The run uses the copy it found and lasts long enough for the refresh.
+    // The run uses the copy it found and lasts until the refresh beside it
+    // has replaced that copy.
     QProcessEnvironment environment = m_environment;
-    environment.insert(QStringLiteral("FAKE_SLEEP"), QStringLiteral("3"));
+    environment.insert(QStringLiteral("FAKE_WAIT_FILE"), dataFolder() + QLatin1Char('/') + QLatin1String(toolAsset));
+    environment.insert(QStringLiteral("FAKE_WAIT_TEXT"), QStringLiteral("2026.11.20"));
     QVERIFY(runLauncher({QStringLiteral("--get-title"), QStringLiteral("https://youtu.be/k")}, environment)
                 .succeeded());
     QCOMPARE(recordedRuns().value(0).value(0), QStringLiteral("release 2026.11.01"));

@@ -196,7 +196,9 @@ QByteArray tool(const QString &version, bool broken)
               "(IFS=$'\\x1f'; printf '%s\\n' \"release "
               + version.toUtf8()
               + "$IFS$*\") >> \"$FAKE_RECORD\"\n"
-                "if [ -n \"$FAKE_SLEEP\" ]; then sleep \"$FAKE_SLEEP\"; fi\n"
+                "if [ -n \"$FAKE_WAIT_FILE\" ]; then\n"
+                "    for i in $(seq 600); do grep -q \"$FAKE_WAIT_TEXT\" \"$FAKE_WAIT_FILE\" && break; sleep 0.1; done\n"
+                "fi\n"
                 "exit 0\n";
     return script;
 }

@@ -77,7 +77,9 @@ namespace ReleaseScripts {
 // A release of the tool: answers --version with version (or fails it when
 // broken), the option parser's question about a flag as the real tool does
 // (exit code 2 without an address), and appends every other command line to
-// $FAKE_RECORD, after "release <version>", separated by \x1f.
+// $FAKE_RECORD, after "release <version>", separated by \x1f. A run then
+// waits, at most a minute, until $FAKE_WAIT_FILE holds $FAKE_WAIT_TEXT when
+// those are set.
 QByteArray tool(const QString &version, bool broken = false);
 
 // An executable that prints firstLine whatever it is asked.
