@@ -11,6 +11,7 @@
 #include "app/filesetup.h"
 #include "downloader/kestreldownloader.h"
 
+#include "menudriver.h"
 #include "modalcatcher.h"
 #include "testsandbox.h"
 #include "windowdriver.h"
@@ -23,6 +24,7 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTcpServer>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QThread>
@@ -138,6 +140,22 @@ void setHanging(const QString &kinds)
     qputenv("TREE_HANG", kinds.toUtf8());
 }
 
+// The tool update of the menu, which the updater plug-in of this test
+// starts at once (updateDone): the busy page, and the launcher's update run,
+// whose feed never answers.
+bool startHangingUpdate(WindowDriver &driver)
+{
+    {
+        MenuDriver menu({QStringLiteral("Manually Update Software")});
+        QWidget *button = driver.find<QWidget>("pushButton_Video");
+        QTest::mousePress(button, Qt::RightButton, {}, button->rect().center());
+    }
+    QDeadlineTimer deadline(20000);
+    while (launcherProcesses().isEmpty() && !deadline.hasExpired())
+        QTest::qWait(5);
+    return driver.currentPage() == QStringLiteral("pageEmpty") && !launcherProcesses().isEmpty();
+}
+
 // The application stand-in: drives the window until a run of kind hangs,
 // then closes the window ("close") or waits to be killed ("wait").
 int runStandIn(int argc, char **argv)
@@ -147,14 +165,17 @@ int runStandIn(int argc, char **argv)
     const QString end = QString::fromLocal8Bit(argv[3]);
     QTemporaryDir work;
     WindowDriver driver(work.path());
-    if (kind == QStringLiteral("download")) {
+    if (kind == QStringLiteral("update")) {
+        if (!startHangingUpdate(driver))
+            return 3;
+    } else if (kind == QStringLiteral("download")) {
         if (!driver.reachFormats())
             return 3;
         driver.pickRow(0);
     } else {
         driver.enterAddress(QStringLiteral("https://www.youtube.com/watch?v=abc"));
     }
-    if (!waitForHangingTool(kind))
+    if (kind != QStringLiteral("update") && !waitForHangingTool(kind))
         return 4;
     QFile ready(treeFolder() + QStringLiteral("/stand-in.ready"));
     if (!ready.open(QIODevice::WriteOnly))
@@ -173,6 +194,7 @@ class TestProcessTree : public QObject
 
 private slots:
     void initTestCase();
+    void cleanupTestCase();
     void init();
     void cleanup();
 
@@ -186,6 +208,8 @@ private slots:
 
 private:
     QTemporaryDir m_work;
+    // A feed that takes connections and never answers them.
+    QTcpServer m_silentFeed;
     std::unique_ptr<WindowDriver> m_driver;
 };
 
@@ -201,6 +225,21 @@ void TestProcessTree::initTestCase()
     script.close();
     QVERIFY(script.setPermissions(script.permissions() | QFile::ExeOwner));
     qputenv("KESTREL_YTDLP", QFile::encodeName(fake));
+
+    // An updater plug-in that reports updateDone as soon as it is asked to
+    // update, so that the window starts the tool's update run.
+    const QString updater = QCoreApplication::applicationDirPath() + QStringLiteral("/Updater.so");
+    QFile::remove(updater);
+    QVERIFY(QFile::copy(QStringLiteral(KESTREL_FIXTURE_PLUGIN_DIR "/recording_updater.so"), updater));
+    qputenv("KESTREL_FIXTURE_RECORD", QFile::encodeName(m_work.filePath(QStringLiteral("calls.txt"))));
+    qputenv("KESTREL_FIXTURE_ACTIONS", "done-on-update");
+    QVERIFY(m_silentFeed.listen(QHostAddress::LocalHost));
+    qputenv("KESTREL_TOOL_FEED", QStringLiteral("http://127.0.0.1:%1/").arg(m_silentFeed.serverPort()).toUtf8());
+}
+
+void TestProcessTree::cleanupTestCase()
+{
+    QFile::remove(QCoreApplication::applicationDirPath() + QStringLiteral("/Updater.so"));
 }
 
 void TestProcessTree::init()
@@ -304,6 +343,7 @@ void TestProcessTree::windowClosed_data()
     QTest::newRow("formats page, title and duration") << "metadata";
     QTest::newRow("formats page, format listing") << "formats";
     QTest::newRow("download page") << "download";
+    QTest::newRow("busy page, tool update") << "update";
 }
 
 void TestProcessTree::windowClosed()
