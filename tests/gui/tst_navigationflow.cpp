@@ -25,6 +25,7 @@
 #include <QStackedWidget>
 #include <QTableView>
 #include <QTemporaryDir>
+#include <QScopeGuard>
 #include <QTest>
 
 using FakeTool::Behaviour;
@@ -117,6 +118,7 @@ private slots:
     void handlersDoNotPileUp();
     void rowFitRule_data();
     void rowFitRule();
+    void rowsThatDoNotFitAreHidden_data();
     void rowsThatDoNotFitAreHidden();
     void openFolderAndSiteButtons();
     void menuWithoutPlugins();
@@ -597,8 +599,27 @@ void TestNavigationFlow::rowFitRule()
     QCOMPARE(firstHiddenRow(viewport, 0), std::nullopt);
 }
 
+void TestNavigationFlow::rowsThatDoNotFitAreHidden_data()
+{
+    QTest::addColumn<int>("applicationFontPixels");
+    QTest::newRow("default font") << 0;
+    // A system font of another size than the table's own (the style sheet
+    // sets 14 px at 100 %), as Windows' 9 pt Segoe UI is: the rows change
+    // height when the style sheet takes effect.
+    QTest::newRow("small system font") << 9;
+    QTest::newRow("large system font") << 22;
+}
+
 void TestNavigationFlow::rowsThatDoNotFitAreHidden()
 {
+    QFETCH(int, applicationFontPixels);
+    const QFont original = QApplication::font();
+    const auto restoreFont = qScopeGuard([&original] { QApplication::setFont(original); });
+    if (applicationFontPixels > 0) {
+        QFont font = original;
+        font.setPixelSize(applicationFontPixels);
+        QApplication::setFont(font);
+    }
     QString many = QStringLiteral("ID EXT RESOLUTION | SIZE\n---\n");
     for (int id = 1; id <= 11; ++id)
         many += QStringLiteral("%1 mp4 %2x%2 | %3.00MiB\n").arg(id).arg(id * 100).arg(id * 10);
