@@ -1,6 +1,9 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the project needs to build and test, skipping
 # those already present. Runs apt-get as root, or through sudo.
+#
+#   scripts/install-dependencies.sh              the project's packages
+#   scripts/install-dependencies.sh PACKAGE...   these packages instead
 set -euo pipefail
 
 packages=(
@@ -12,6 +15,10 @@ packages=(
     clang libclang-rt-14-dev
     libcurl4-openssl-dev libarchive-dev libssl-dev gpgv gnupg python3
 )
+
+if [ $# -gt 0 ]; then
+    packages=("$@")
+fi
 
 missing=()
 for package in "${packages[@]}"; do

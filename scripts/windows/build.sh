@@ -18,21 +18,8 @@ qt_version=6.4.2
 qt="$root/build-windows-qt/qt6-mingw-w64-$qt_version"
 cache="$root/../shared/windows/qt6-mingw-w64-$qt_version.tar.xz"
 
-packages=(g++-mingw-w64-x86-64-posix mingw-w64-tools wine wine64 cmake ninja-build qt6-base-dev-tools)
-missing=()
-for package in "${packages[@]}"; do
-    if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "ok installed"; then
-        missing+=("$package")
-    fi
-done
-if [ ${#missing[@]} -gt 0 ]; then
-    as_root=()
-    if [ "$(id -u)" -ne 0 ]; then
-        as_root=(sudo)
-    fi
-    "${as_root[@]}" apt-get update -qq
-    DEBIAN_FRONTEND=noninteractive "${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"
-fi
+scripts/install-dependencies.sh g++-mingw-w64-x86-64-posix mingw-w64-tools wine wine64 cmake ninja-build \
+    qt6-base-dev qt6-base-dev-tools
 
 if [ ! -f "$qt/lib/cmake/Qt6/qt.toolchain.cmake" ]; then
     mkdir -p "$root/build-windows-qt"

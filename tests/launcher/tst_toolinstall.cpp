@@ -4,6 +4,7 @@
 // --version with its version and records every other command line.
 
 #include "localreleasefeed.h"
+#include "testfiles.h"
 #include "testsandbox.h"
 
 #include <QApplication>
@@ -26,21 +27,12 @@ namespace {
 
 const char toolAsset[] = "yt-dlp_linux";
 
-QByteArray readAll(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
+using TestFiles::readAll;
 
 void writeFile(const QString &path, const QByteArray &content, bool executable = false)
 {
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(content) != content.size())
+    if (!TestFiles::writeFile(path, content, executable))
         qFatal("cannot write %s", qPrintable(path));
-    file.close();
-    if (executable)
-        file.setPermissions(file.permissions() | QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther);
 }
 
 // The system's yt-dlp on PATH, which the launcher falls back to.

@@ -1,5 +1,7 @@
 #include "localreleasefeed.h"
 
+#include "testfiles.h"
+
 #include <QCryptographicHash>
 #include <QDeadlineTimer>
 #include <QDir>
@@ -13,22 +15,8 @@ namespace {
 const char releaseUser[] = "Kestrel Test Release <release@example.invalid>";
 const char strangerUser[] = "Kestrel Test Stranger <stranger@example.invalid>";
 
-QByteArray readAll(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-bool writeFile(const QString &path, const QByteArray &content, bool executable = false)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(content) != content.size())
-        return false;
-    file.close();
-    return !executable
-           || file.setPermissions(file.permissions() | QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther);
-}
+using TestFiles::readAll;
+using TestFiles::writeFile;
 
 QByteArray sha256Hex(const QByteArray &bytes)
 {
