@@ -39,6 +39,25 @@ install(RUNTIME_DEPENDENCY_SET kestrel_runtime_dlls
     PRE_EXCLUDE_REGEXES ".*"
     DIRECTORIES "${kestrel_dll_folder}")
 
+# ffmpeg.exe, which the program copies into its data folder on the first
+# start like the tool, and gpgv.exe, which checks the tool's release
+# signatures: built by scripts/windows/build-deps-mingw.sh, statically, so
+# that each runs alone wherever it lies. Also placed beside the executable in
+# the build, which is then a working installation as on Linux.
+set(KESTREL_WINDOWS_PIECES "" CACHE PATH "Folder with bin/ffmpeg.exe and bin/gpgv.exe for Windows")
+if(KESTREL_WINDOWS_PIECES)
+    foreach(program ffmpeg.exe gpgv.exe)
+        set(source "${KESTREL_WINDOWS_PIECES}/bin/${program}")
+        if(NOT EXISTS "${source}")
+            message(FATAL_ERROR "KESTREL_WINDOWS_PIECES has no bin/${program}")
+        endif()
+        install(PROGRAMS "${source}" DESTINATION "${KESTREL_INSTALL_APPDIR}")
+        file(COPY "${source}" DESTINATION "${PROJECT_BINARY_DIR}")
+    endforeach()
+else()
+    message(WARNING "No KESTREL_WINDOWS_PIECES: the installation lacks ffmpeg.exe and gpgv.exe")
+endif()
+
 find_package(Qt6 REQUIRED COMPONENTS Network)
 foreach(plugin IN ITEMS
         "platforms|Qt6::QWindowsIntegrationPlugin"
