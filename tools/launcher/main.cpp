@@ -123,17 +123,17 @@ std::vector<std::string> withoutUnknownFlags(const std::string &tool, const std:
     return kept;
 }
 
-bool hasNewEnoughSystemRuntime(Launcher::KnowledgeCache &knowledge)
+std::optional<Launcher::JsRuntime> systemRuntime(Launcher::KnowledgeCache &knowledge)
 {
-    return Launcher::findSystemRuntime(knowledge.cache(), knowledge.learntFlag()).has_value();
+    return Launcher::findSystemRuntime(knowledge.cache(), knowledge.learntFlag());
 }
 
 // The runtime every tool run names: one on PATH that is new enough, else
 // the managed Deno when it is installed.
-std::optional<Launcher::JsRuntime> runtimeInUse(const Launcher::ManagedTools &managed, Launcher::KnowledgeCache &knowledge)
+std::optional<Launcher::JsRuntime> runtimeInUse(const Launcher::ManagedTools &managed,
+                                                const std::optional<Launcher::JsRuntime> &system)
 {
-    if (std::optional<Launcher::JsRuntime> system
-        = Launcher::findSystemRuntime(knowledge.cache(), knowledge.learntFlag()))
+    if (system)
         return system;
     if (managed.hasRuntime())
         return Launcher::JsRuntime{"deno", managed.runtimePath()};
@@ -191,7 +191,7 @@ void startRefresh(Launcher::ManagedTools &managed, bool withRuntime)
 {
     Launcher::ManagedTools managed(folder);
     Launcher::KnowledgeCache knowledge(folder);
-    const bool withRuntime = !hasNewEnoughSystemRuntime(knowledge);
+    const bool withRuntime = !systemRuntime(knowledge);
     knowledge.saveIfLearnt();
     const Launcher::ManagedTools::Outcome outcome = managed.update(withRuntime, Launcher::FolderLock::Wait::UntilFree);
     if (!outcome.ok) {
@@ -270,8 +270,9 @@ struct ToolChoice
 
 // The tool to run: KESTREL_YTDLP's when set (a developer's or a test's
 // choice, left alone); else the managed copy, installed first when missing
-// (at most one attempt an hour); else the system's yt-dlp.
-ToolChoice chooseTool(Launcher::ManagedTools &managed, Launcher::KnowledgeCache &knowledge, std::string *problem)
+// (at most one attempt an hour); else the system's yt-dlp. An install also
+// brings the managed Deno when withRuntime.
+ToolChoice chooseTool(Launcher::ManagedTools &managed, bool withRuntime, std::string *problem)
 {
     const char *chosen = std::getenv(Launcher::toolVariable());
     if (chosen && *chosen)
@@ -280,13 +281,13 @@ ToolChoice chooseTool(Launcher::ManagedTools &managed, Launcher::KnowledgeCache 
     const std::time_t now = std::time(nullptr);
     if (!managed.hasTool() && managed.mayTryInstall(now)) {
         const Launcher::ManagedTools::Outcome outcome
-            = managed.update(!hasNewEnoughSystemRuntime(knowledge), Launcher::FolderLock::Wait::UntilFree);
+            = managed.update(withRuntime, Launcher::FolderLock::Wait::UntilFree);
         if (!outcome.ok)
             note("cannot install the managed yt-dlp (" + outcome.message + "); using the system's yt-dlp");
     }
     if (managed.hasTool()) {
         if (managed.isDueForRefresh(now))
-            startRefresh(managed, !hasNewEnoughSystemRuntime(knowledge));
+            startRefresh(managed, withRuntime);
         return {managed.toolPath(), true};
     }
     return {Launcher::findTool(problem), false};
@@ -316,14 +317,17 @@ int main(int argc, char *argv[])
     Launcher::ManagedTools managed(folder);
     Launcher::KnowledgeCache knowledge(folder);
     std::string problem;
-    const ToolChoice tool = chooseTool(managed, knowledge, &problem);
+    // Looked up once: it decides whether an install brings Deno, and which
+    // runtime the run names.
+    const std::optional<Launcher::JsRuntime> runtimeOnPath = systemRuntime(knowledge);
+    const ToolChoice tool = chooseTool(managed, !runtimeOnPath, &problem);
     if (tool.path.empty()) {
         note("cannot find yt-dlp; install the Debian package yt-dlp");
         note(problem);
         return 127;
     }
 
-    std::vector<std::string> arguments = launcherArguments(runtimeInUse(managed, knowledge));
+    std::vector<std::string> arguments = launcherArguments(runtimeInUse(managed, runtimeOnPath));
     const Launcher::UserOptions userOptions = Launcher::readUserOptions(folder);
     for (const std::string &refused : userOptions.refused)
         note("tool-options.txt: refused " + refused);
