@@ -164,7 +164,8 @@ void forceUtf8Output()
 }
 
 // Refreshes the managed copies in a child of the launcher while the tool
-// runs. The child dies with the launcher (an interrupted install leaves the
+// runs; started once the tool runs, so that the run keeps the copy it
+// chose. The child dies with the launcher (an interrupted install leaves the
 // installed copies as they were), writes nothing anywhere the application
 // reads, and gives up at once when another launcher is updating.
 void startRefresh(Launcher::ManagedTools &managed, bool withRuntime)
@@ -173,6 +174,9 @@ void startRefresh(Launcher::ManagedTools &managed, bool withRuntime)
     const pid_t pid = ::fork();
     if (pid != 0)
         return;
+    // The run's handlers belong to the launcher that waits for the tool.
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP, SIGCHLD})
+        std::signal(signal, SIG_DFL);
     if (::prctl(PR_SET_PDEATHSIG, SIGKILL) != 0 || ::getppid() != parent)
         ::_exit(0);
     const int null = ::open("/dev/null", O_RDWR | O_CLOEXEC);
@@ -266,6 +270,7 @@ struct ToolChoice
 {
     std::string path;
     bool managed = false;
+    bool dueForRefresh = false;
 };
 
 // The tool to run: KESTREL_YTDLP's when set (a developer's or a test's
@@ -285,11 +290,8 @@ ToolChoice chooseTool(Launcher::ManagedTools &managed, bool withRuntime, std::st
         if (!outcome.ok)
             note("cannot install the managed yt-dlp (" + outcome.message + "); using the system's yt-dlp");
     }
-    if (managed.hasTool()) {
-        if (managed.isDueForRefresh(now))
-            startRefresh(managed, withRuntime);
-        return {managed.toolPath(), true};
-    }
+    if (managed.hasTool())
+        return {managed.toolPath(), true, managed.isDueForRefresh(now)};
     return {Launcher::findTool(problem), false};
 }
 
@@ -320,7 +322,8 @@ int main(int argc, char *argv[])
     // Looked up once: it decides whether an install brings Deno, and which
     // runtime the run names.
     const std::optional<Launcher::JsRuntime> runtimeOnPath = systemRuntime(knowledge);
-    const ToolChoice tool = chooseTool(managed, !runtimeOnPath, &problem);
+    const bool withRuntime = !runtimeOnPath;
+    const ToolChoice tool = chooseTool(managed, withRuntime, &problem);
     if (tool.path.empty()) {
         note("cannot find yt-dlp; install the Debian package yt-dlp");
         note(problem);
@@ -341,7 +344,10 @@ int main(int argc, char *argv[])
     knowledge.saveIfLearnt();
     forceUtf8Output();
     int error = 0;
-    const int status = Launcher::runTool(tool.path, arguments, log, &error);
+    const int status = Launcher::runTool(tool.path, arguments, log, &error, [&] {
+        if (tool.dueForRefresh)
+            startRefresh(managed, withRuntime);
+    });
     if (tool.managed)
         managed.settleAfterRun(status >= 0 && !(WIFSIGNALED(status) && isCrashSignal(WTERMSIG(status))));
     if (status < 0) {

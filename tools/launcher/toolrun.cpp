@@ -136,7 +136,8 @@ void endRunOnStop(pid_t expectedParent)
         ::_exit(1);
 }
 
-int runTool(const std::string &tool, const std::vector<std::string> &arguments, ToolLog &log, int *error)
+int runTool(const std::string &tool, const std::vector<std::string> &arguments, ToolLog &log, int *error,
+            const std::function<void()> &whenStarted)
 {
     // Blocked until the group is known, so that no signal arriving
     // meanwhile is lost or misses the tool; the child restores the mask.
@@ -176,6 +177,8 @@ int runTool(const std::string &tool, const std::vector<std::string> &arguments, 
     toolGroup = pid;
     const pid_t guardian = startGuardian(pid);
     ::sigprocmask(SIG_SETMASK, &before, nullptr);
+    if (whenStarted)
+        whenStarted();
 
     bool errorOpen = true;
     while (!hasEnded(pid)) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <sys/types.h>
 #include <vector>
@@ -22,7 +23,9 @@ void endRunOnStop(pid_t expectedParent);
 // not start. Standard output is the launcher's, untouched; standard error
 // goes to the launcher's and into log. SIGINT and SIGHUP are passed on to
 // the group; whatever the tool leaves running in it is killed when the tool
-// ends.
-int runTool(const std::string &tool, const std::vector<std::string> &arguments, ToolLog &log, int *error);
+// ends. whenStarted, when given, is called once the tool's program is
+// running, before the launcher waits for it.
+int runTool(const std::string &tool, const std::vector<std::string> &arguments, ToolLog &log, int *error,
+            const std::function<void()> &whenStarted = {});
 
 } // namespace Launcher
