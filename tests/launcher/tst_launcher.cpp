@@ -5,6 +5,7 @@
 // FAKE_* variables ask.
 
 #include "childprocess.h"
+#include "commandline.h"
 #include "flagcache.h"
 #include "toolflags.h"
 
@@ -451,6 +452,8 @@ private slots:
     void cacheKeepsAnswersPerInstallation();
     void cacheRejectsDamagedText_data();
     void cacheRejectsDamagedText();
+    void windowsCommandLineKeepsEveryArgument_data();
+    void windowsCommandLineKeepsEveryArgument();
 
     void debianYtDlpAnswersTheProbe();
     void buildTreeHasToolAndFfmpegBesideExecutable();
@@ -1059,6 +1062,35 @@ void TestLauncher::flagsAreDroppedWithTheirValues()
     }
     QVERIFY(texts == dropped);
     QVERIFY(Launcher::dropFlags(arguments, {}, nullptr) == arguments);
+}
+
+void TestLauncher::windowsCommandLineKeepsEveryArgument_data()
+{
+    using Arguments = std::vector<std::string>;
+    QTest::addColumn<Arguments>("arguments");
+    QTest::addColumn<QString>("expected");
+
+    QTest::newRow("plain") << Arguments{"yt-dlp.exe", "--get-title", "https://youtu.be/k"}
+                           << QStringLiteral("yt-dlp.exe --get-title https://youtu.be/k");
+    QTest::newRow("blank and empty") << Arguments{"C:\\Program Files\\a.exe", "", "x y"}
+                                     << QStringLiteral(R"("C:\Program Files\a.exe" "" "x y")");
+    QTest::newRow("quotes") << Arguments{"say \"hi\"", "a\"b"}
+                            << QStringLiteral(R"("say \"hi\"" "a\"b")");
+    QTest::newRow("backslashes before a quote") << Arguments{"a\\\"b", "end\\"}
+                                                << QStringLiteral(R"("a\\\"b" end\)");
+    QTest::newRow("folder with a blank, ending in a backslash")
+        << Arguments{"--path", "C:\\Users\\Zoë Ann\\Downloads\\KestrelD\\"}
+        << QStringLiteral(R"(--path "C:\Users\Zoë Ann\Downloads\KestrelD\\")");
+    QTest::newRow("tab") << Arguments{"a\tb"} << QStringLiteral("\"a\tb\"");
+}
+
+void TestLauncher::windowsCommandLineKeepsEveryArgument()
+{
+    using Arguments = std::vector<std::string>;
+    QFETCH(Arguments, arguments);
+    QFETCH(QString, expected);
+
+    QCOMPARE(QString::fromStdString(Launcher::windowsCommandLine(arguments)), expected);
 }
 
 void TestLauncher::onlyCheckedFlagsAreAskedAbout()

@@ -2,40 +2,9 @@
 
 #include <optional>
 #include <string>
-#include <sys/types.h>
 #include <vector>
 
 namespace Launcher {
-
-// Notes the signal dispositions and mask the launcher was started with, so
-// that every child starts with them whatever the launcher changes for
-// itself. Called first thing in main().
-void rememberInheritedSignals();
-
-// Whether the launcher was started with signal ignored: such a signal stays
-// ignored, in the launcher and in its children.
-bool inheritedIgnore(int signal);
-
-// How a child starts: where its standard streams go (a descriptor, or -1
-// for the launcher's own stream, which the child then shares untouched),
-// and whether it leads a process group of its own, which the launcher can
-// end as a whole with everything the child starts.
-struct ChildSetup
-{
-    int in = -1;
-    int out = -1;
-    int err = -1;
-    bool ownProcessGroup = false;
-};
-
-// Starts program with arguments (argv[0] is program) as a child that the
-// kernel kills when the launcher dies, however it dies: the application
-// stops a download by killing the launcher with SIGKILL, and yt-dlp must not
-// go on downloading after it. environment replaces the launcher's own when
-// given. Returns the child's id, or -1 with *error set when the program
-// could not be started.
-pid_t startChild(const std::string &program, const std::vector<std::string> &arguments,
-                 const ChildSetup &setup, const std::vector<std::string> *environment, int *error);
 
 // What a child that wrote one of its streams to a pipe printed there, and how
 // it ended; finished is false when it did not end within the time given (it
@@ -48,11 +17,27 @@ struct CapturedRun
     std::string text;
 };
 
-// Runs program with arguments (argv[0] is program) with its standard input
-// from /dev/null and capturedStream (STDOUT_FILENO or STDERR_FILENO) read
-// into the result; the other stream goes to /dev/null.
-CapturedRun runCaptured(const std::string &program, const std::vector<std::string> &arguments, int capturedStream,
-                        const std::vector<std::string> *environment, int timeoutMs);
+enum class CapturedStream { Output, Error };
+
+// Runs program with arguments (argv[0] is program) as a child that dies with
+// the launcher, with its standard input from the null device and the
+// captured stream read into the result; the other stream goes to the null
+// device. environment replaces the launcher's own when given.
+CapturedRun runCaptured(const std::string &program, const std::vector<std::string> &arguments,
+                        CapturedStream captured, const std::vector<std::string> *environment, int timeoutMs);
+
+// The launcher's environment with the option parser's messages in English,
+// which is what the probe reads.
+std::vector<std::string> untranslatedEnvironment();
+
+// How a child ended, from the status runCaptured() and runTool() give: a
+// wait status on POSIX, the exit code on Windows.
+bool exitedWithCode(int status, int code);
+// Ended by a crash: a fatal signal such as SIGSEGV or SIGABRT; on Windows an
+// exit code in the NTSTATUS error range, such as 0xC0000005.
+bool endedByCrash(int status);
+// "exit code 2", "ended by signal 9", "exit code 0xC0000005".
+std::string describeEnd(int status);
 
 // The first line program printed on standard output when run with
 // arguments, if it printed one of printable ASCII within timeoutMs and, when
@@ -76,12 +61,13 @@ FlagSupport probeFlagSupport(const std::string &tool, const std::string &flag, c
 // timeoutMs.
 std::optional<std::string> queryToolVersion(const std::string &tool, int timeoutMs);
 
-// Ends the launcher by signal, without a core file: how it reports a
-// failure that the application must see as a crash.
-[[noreturn]] void endBySignal(int signal);
+// Ends the launcher as a crash without a core file (SIGABRT; on Windows an
+// NTSTATUS error code): how it reports a failure that the application must
+// see as one.
+[[noreturn]] void endAsCrash();
 
-// Ends the launcher as the child with waitStatus ended: with its exit code,
-// or by the same signal.
-[[noreturn]] void exitLike(int waitStatus);
+// Ends the launcher as the child with status ended: with its exit code, or
+// by the same signal.
+[[noreturn]] void exitLike(int status);
 
 } // namespace Launcher

@@ -1,5 +1,7 @@
 #include "fetch.h"
 
+#include "widetext.h"
+
 #include <windows.h>
 #include <winhttp.h>
 
@@ -59,30 +61,6 @@ bool receive(Sink &sink, const char *data, DWORD bytes)
     return true;
 }
 
-std::wstring widened(const std::string &text)
-{
-    if (text.empty())
-        return {};
-    const int length = MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, text.data(), int(text.size()), nullptr, 0);
-    if (length <= 0)
-        return {};
-    std::wstring wide(std::size_t(length), L'\0');
-    MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, text.data(), int(text.size()), wide.data(), length);
-    return wide;
-}
-
-std::string narrowed(const std::wstring &text)
-{
-    if (text.empty())
-        return {};
-    const int length = WideCharToMultiByte(CP_UTF8, 0, text.data(), int(text.size()), nullptr, 0, nullptr, nullptr);
-    if (length <= 0)
-        return {};
-    std::string narrow(std::size_t(length), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text.data(), int(text.size()), narrow.data(), length, nullptr, nullptr);
-    return narrow;
-}
-
 std::string errorText(DWORD code)
 {
     // WinHTTP's own codes are described in its module, not in the system's
@@ -99,7 +77,7 @@ std::string errorText(DWORD code)
         message.pop_back();
     if (message.empty())
         return "WinHTTP error " + std::to_string(code);
-    return narrowed(message);
+    return fromWide(message);
 }
 
 // Plain HTTP is let through only to the machine itself.
@@ -149,7 +127,7 @@ std::optional<std::uint64_t> announcedLength(HINTERNET request)
 
 Result run(const std::string &address, Sink &sink)
 {
-    const std::wstring wideAddress = widened(address);
+    const std::wstring wideAddress = toWide(address);
     URL_COMPONENTS parts = {};
     parts.dwStructSize = sizeof parts;
     parts.dwSchemeLength = DWORD(-1);
@@ -165,7 +143,7 @@ Result run(const std::string &address, Sink &sink)
     const bool loopback = isLoopbackHost(host);
     if (!secure && !(parts.nScheme == INTERNET_SCHEME_HTTP && loopback))
         return {false, "not an HTTPS address: " + address};
-    const std::string place = narrowed(host) + ":" + std::to_string(parts.nPort);
+    const std::string place = fromWide(host) + ":" + std::to_string(parts.nPort);
 
     // A proxy set up for the outside world would not reach this machine's
     // own servers.

@@ -1,29 +1,15 @@
 #include "filehash.h"
 
+#include "widetext.h"
+
 #include <windows.h>
 #include <bcrypt.h>
 
 namespace Launcher {
 
-namespace {
-
-std::wstring widened(const std::string &text)
-{
-    if (text.empty())
-        return {};
-    const int length = MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, text.data(), int(text.size()), nullptr, 0);
-    if (length <= 0)
-        return {};
-    std::wstring wide(std::size_t(length), L'\0');
-    MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, text.data(), int(text.size()), wide.data(), length);
-    return wide;
-}
-
-} // namespace
-
 std::optional<std::string> sha256OfFile(const std::string &path)
 {
-    const std::wstring widePath = widened(path);
+    const std::wstring widePath = toWide(path);
     if (widePath.empty())
         return std::nullopt;
     // Shared for writing and deleting too: a download is hashed while its

@@ -1,16 +1,11 @@
 #include "flagcache.h"
 
+#include "platform.h"
+#include "scratchfile.h"
 #include "writeall.h"
 
-#include <cerrno>
 #include <cstddef>
-#include <cstdio>
-#include <cstdlib>
 #include <utility>
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace Launcher {
 
@@ -57,48 +52,16 @@ std::vector<std::string> splitFields(const std::string &line, std::size_t count)
 
 std::optional<ToolIdentity> identifyTool(const std::string &path)
 {
-    std::string realPath = path;
-    if (char *resolved = ::realpath(path.c_str(), nullptr)) {
-        realPath = resolved;
-        std::free(resolved);
-    }
-    struct stat status;
-    if (::stat(realPath.c_str(), &status) != 0)
+    const std::string realPath = canonicalPath(path);
+    const std::optional<FileStamp> stamp = fileStamp(realPath);
+    if (!stamp)
         return std::nullopt;
-    char stamp[96];
-    std::snprintf(stamp, sizeof stamp, "%lld.%09ld:%lld", static_cast<long long>(status.st_mtim.tv_sec),
-                  static_cast<long>(status.st_mtim.tv_nsec), static_cast<long long>(status.st_size));
-    return ToolIdentity{realPath, stamp};
+    return ToolIdentity{realPath, stamp->modified + ':' + std::to_string(stamp->size)};
 }
 
 FlagCache FlagCache::load(const std::string &filePath)
 {
-    const int fd = ::open(filePath.c_str(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0)
-        return {};
-    std::string text;
-    struct stat status;
-    if (::fstat(fd, &status) == 0 && S_ISREG(status.st_mode)) {
-        char buffer[8192];
-        for (;;) {
-            const ssize_t n = ::read(fd, buffer, sizeof buffer);
-            if (n < 0 && errno == EINTR)
-                continue;
-            if (n < 0) {
-                text.clear();
-                break;
-            }
-            if (n == 0)
-                break;
-            text.append(buffer, std::size_t(n));
-            if (text.size() > maxFileSize) {
-                text.clear();
-                break;
-            }
-        }
-    }
-    ::close(fd);
-    return parse(text);
+    return parse(readFile(filePath, maxFileSize).value_or(std::string()));
 }
 
 FlagCache FlagCache::parse(const std::string &text)
@@ -146,15 +109,15 @@ std::string FlagCache::serialize() const
 
 bool FlagCache::save(const std::string &filePath) const
 {
-    const std::string temporary = filePath + '.' + std::to_string(::getpid()) + ".tmp";
-    const int fd = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0644);
+    std::string temporary = filePath + ".XXXXXX";
+    const int fd = createUniqueFile(temporary);
     if (fd < 0)
         return false;
     const bool written = writeAll(fd, serialize());
-    const bool closed = ::close(fd) == 0;
-    if (written && closed && ::rename(temporary.c_str(), filePath.c_str()) == 0)
+    closeFile(fd);
+    if (written && replaceFile(temporary, filePath, ScratchFile::asideName(filePath)))
         return true;
-    ::unlink(temporary.c_str());
+    removeFile(temporary);
     return false;
 }
 

@@ -3,31 +3,23 @@
 #include "flagcache.h"
 #include "folderlock.h"
 #include "installstate.h"
+#include "platform.h"
 #include "scratchfile.h"
 
-#include <cerrno>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <optional>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace Launcher {
 
 namespace {
 
-const char launcherFile[] = "kestreldl2";
-const char ffmpegFile[] = "ffmpeg";
+const std::string launcherFile = std::string("kestreldl2") + executableSuffix();
+const std::string ffmpegFile = std::string("ffmpeg") + executableSuffix();
 
 std::optional<std::string> contents(const std::string &path)
 {
-    std::ifstream file(path, std::ios::binary);
-    if (!file)
-        return std::nullopt;
-    std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    return file.bad() ? std::nullopt : std::optional<std::string>(bytes);
+    constexpr std::size_t maxCopiedBytes = 512ull * 1024 * 1024;
+    return readFile(path, maxCopiedBytes);
 }
 
 // Makes the data folder's file called name a copy of source. Nothing when
@@ -51,7 +43,7 @@ std::map<std::string, std::string> changedSources(const std::string &folder, con
 {
     const InstallState state = InstallState::load(folder);
     std::map<std::string, std::string> changed;
-    for (const char *name : {launcherFile, ffmpegFile}) {
+    for (const std::string &name : {launcherFile, ffmpegFile}) {
         const std::optional<ToolIdentity> source = identifyTool(appFolder + '/' + name);
         if (!source)
             continue;

@@ -1,9 +1,9 @@
 #include "installstate.h"
 
+#include "platform.h"
 #include "scratchfile.h"
 
 #include <cstdlib>
-#include <fstream>
 #include <sstream>
 
 namespace Launcher {
@@ -12,6 +12,7 @@ namespace {
 
 const char stateFileName[] = "kestreldl2.state";
 const std::string copiedFromKey = "copied-from:";
+constexpr std::size_t maxStateBytes = 64 * 1024;
 
 std::int64_t number(const std::string &text)
 {
@@ -25,7 +26,7 @@ std::int64_t number(const std::string &text)
 InstallState InstallState::load(const std::string &folder)
 {
     InstallState state;
-    std::ifstream file(folder + '/' + stateFileName);
+    std::istringstream file(readFile(folder + '/' + stateFileName, maxStateBytes).value_or(std::string()));
     std::string line;
     while (std::getline(file, line)) {
         const std::size_t space = line.find(' ');

@@ -20,6 +20,7 @@
 #include "freshcopies.h"
 #include "jsruntime.h"
 #include "managedtools.h"
+#include "platform.h"
 #include "toolflags.h"
 #include "toollocation.h"
 #include "toollog.h"
@@ -27,27 +28,21 @@
 #include "useroptions.h"
 #include "writeall.h"
 
-#include <cerrno>
-#include <csignal>
-#include <cstdlib>
-#include <cstring>
+#include <cstdio>
 #include <ctime>
 #include <optional>
 #include <set>
 #include <string>
 #include <vector>
 
-#include <fcntl.h>
-#include <sys/prctl.h>
-#include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 namespace {
 
 // Long enough for a cold Python start on a busy machine; a probe that takes
 // longer proves nothing and the flag is then passed on unchanged.
 constexpr int probeTimeoutMs = 20000;
+
+constexpr int standardOutput = 1;
+constexpr int standardError = 2;
 
 void writeLine(int fd, const std::string &text)
 {
@@ -59,19 +54,9 @@ Launcher::ToolLog *launcherLog = nullptr;
 
 void note(const std::string &text)
 {
-    writeLine(STDERR_FILENO, "kestreldl2: " + text);
+    writeLine(standardError, "kestreldl2: " + text);
     if (launcherLog)
         launcherLog->note(text);
-}
-
-// The process whose end ends the launcher: the application, which names
-// itself in KESTREL_APP_PID for its children; else whoever started it.
-pid_t expectedParent()
-{
-    const char *named = std::getenv("KESTREL_APP_PID");
-    char *end = nullptr;
-    const long pid = named ? std::strtol(named, &end, 10) : 0;
-    return pid > 1 && end && *end == '\0' ? pid_t(pid) : ::getppid();
 }
 
 // arguments without the checked flags that tool does not know.
@@ -159,8 +144,8 @@ std::vector<std::string> launcherArguments(const std::optional<Launcher::JsRunti
 // not reach every stream.
 void forceUtf8Output()
 {
-    ::setenv("PYTHONIOENCODING", "utf-8", 1);
-    ::setenv("PYTHONUTF8", "1", 1);
+    Launcher::setEnvironment("PYTHONIOENCODING", "utf-8");
+    Launcher::setEnvironment("PYTHONUTF8", "1");
 }
 
 // Refreshes the managed copies in a child of the launcher while the tool
@@ -170,23 +155,9 @@ void forceUtf8Output()
 // reads, and gives up at once when another launcher is updating.
 void startRefresh(Launcher::ManagedTools &managed, bool withRuntime)
 {
-    const pid_t parent = ::getpid();
-    const pid_t pid = ::fork();
-    if (pid != 0)
-        return;
-    // The run's handlers belong to the launcher that waits for the tool.
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP, SIGCHLD})
-        std::signal(signal, SIG_DFL);
-    if (::prctl(PR_SET_PDEATHSIG, SIGKILL) != 0 || ::getppid() != parent)
-        ::_exit(0);
-    const int null = ::open("/dev/null", O_RDWR | O_CLOEXEC);
-    if (null >= 0) {
-        ::dup2(null, STDIN_FILENO);
-        ::dup2(null, STDOUT_FILENO);
-        ::dup2(null, STDERR_FILENO);
-    }
-    managed.update(withRuntime, Launcher::FolderLock::Wait::NotAtAll);
-    ::_exit(0);
+    Launcher::startBesideRun([&managed, withRuntime] {
+        managed.update(withRuntime, Launcher::FolderLock::Wait::NotAtAll);
+    });
 }
 
 // kestreldl2 --update: installs or updates the managed tool, and the managed
@@ -200,9 +171,9 @@ void startRefresh(Launcher::ManagedTools &managed, bool withRuntime)
     const Launcher::ManagedTools::Outcome outcome = managed.update(withRuntime, Launcher::FolderLock::Wait::UntilFree);
     if (!outcome.ok) {
         note("update refused: " + outcome.message);
-        Launcher::endBySignal(SIGABRT);
+        Launcher::endAsCrash();
     }
-    writeLine(STDOUT_FILENO, outcome.message);
+    writeLine(standardOutput, outcome.message);
     std::exit(0);
 }
 
@@ -215,17 +186,16 @@ const char freshVariable[] = "KESTREL_LAUNCHER_FRESH";
 // the launcher itself was replaced, runs the new one in its place.
 void takeFreshCopies(const std::string &folder, char *argv[])
 {
-    const char *appFolder = std::getenv("KESTREL_APP_DIR");
-    const bool fresh = std::getenv(freshVariable) != nullptr;
-    ::unsetenv(freshVariable);
-    if (fresh || !appFolder || !*appFolder || !Launcher::refreshCopies(folder, appFolder))
+    const std::optional<std::string> appFolder = Launcher::environmentValue("KESTREL_APP_DIR");
+    const bool fresh = Launcher::environmentValue(freshVariable).has_value();
+    Launcher::unsetEnvironment(freshVariable);
+    if (fresh || !appFolder || !Launcher::refreshCopies(folder, *appFolder))
         return;
-    note(std::string("took the launcher of ") + appFolder);
-    ::setenv(freshVariable, "1", 1);
-    const std::string self = folder + "/kestreldl2";
-    ::execv(self.c_str(), argv);
+    note("took the launcher of " + *appFolder);
+    Launcher::setEnvironment(freshVariable, "1");
+    Launcher::replaceProcess(folder + "/kestreldl2" + Launcher::executableSuffix(), argv);
     // The old launcher can still do this run.
-    ::unsetenv(freshVariable);
+    Launcher::unsetEnvironment(freshVariable);
 }
 
 bool ffmpegStarts(const std::string &program, Launcher::KnowledgeCache &knowledge)
@@ -252,10 +222,9 @@ void avoidBrokenFfmpeg(std::vector<std::string> &arguments, Launcher::KnowledgeC
         if (arguments[i] != "--ffmpeg-location")
             continue;
         std::string &location = arguments[i + 1];
-        struct stat status;
-        const bool isFolder = ::stat(location.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-        const std::string given = isFolder ? location + "/ffmpeg" : location;
-        if (::access(given.c_str(), F_OK) != 0 || ffmpegStarts(given, knowledge))
+        const std::string given
+            = Launcher::isFolder(location) ? location + "/ffmpeg" + Launcher::executableSuffix() : location;
+        if (!Launcher::isRegularFile(given) || ffmpegStarts(given, knowledge))
             return;
         const std::string system = Launcher::findOnPath("ffmpeg");
         if (system.empty() || !ffmpegStarts(system, knowledge))
@@ -279,8 +248,7 @@ struct ToolChoice
 // brings the managed Deno when withRuntime.
 ToolChoice chooseTool(Launcher::ManagedTools &managed, bool withRuntime, std::string *problem)
 {
-    const char *chosen = std::getenv(Launcher::toolVariable());
-    if (chosen && *chosen)
+    if (Launcher::environmentValue(Launcher::toolVariable()))
         return {Launcher::findTool(problem), false};
 
     const std::time_t now = std::time(nullptr);
@@ -295,24 +263,17 @@ ToolChoice chooseTool(Launcher::ManagedTools &managed, bool withRuntime, std::st
     return {Launcher::findTool(problem), false};
 }
 
-bool isCrashSignal(int signal)
-{
-    return signal == SIGSEGV || signal == SIGILL || signal == SIGBUS || signal == SIGFPE || signal == SIGABRT;
-}
-
 } // namespace
 
 int main(int argc, char *argv[])
 {
-    Launcher::rememberInheritedSignals();
-    Launcher::endRunOnStop(expectedParent());
-    std::signal(SIGPIPE, SIG_IGN);
+    Launcher::endRunOnStop();
 
     const std::string folder = Launcher::ownFolder();
     Launcher::ToolLog log(folder);
     launcherLog = &log;
     takeFreshCopies(folder, argv);
-    const std::vector<std::string> given(argv + 1, argv + argc);
+    const std::vector<std::string> given = Launcher::commandLineArguments(argc, argv);
     if (given == std::vector<std::string>{"--update"})
         updateManagedCopies(folder);
 
@@ -349,9 +310,9 @@ int main(int argc, char *argv[])
             startRefresh(managed, withRuntime);
     });
     if (tool.managed)
-        managed.settleAfterRun(status >= 0 && !(WIFSIGNALED(status) && isCrashSignal(WTERMSIG(status))));
+        managed.settleAfterRun(status >= 0 && !Launcher::endedByCrash(status));
     if (status < 0) {
-        writeLine(STDERR_FILENO, "kestreldl2: cannot run " + tool.path + ": " + std::strerror(error));
+        writeLine(standardError, "kestreldl2: cannot run " + tool.path + ": " + Launcher::errorText(error));
         return 127;
     }
     Launcher::exitLike(status);

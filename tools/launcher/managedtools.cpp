@@ -6,21 +6,14 @@
 #include "fetch.h"
 #include "filehash.h"
 #include "installstate.h"
+#include "platform.h"
 #include "releasefeed.h"
 #include "releasekey.h"
 #include "scratchfile.h"
 #include "signature.h"
 #include "unzip.h"
 
-#include <cerrno>
-#include <cstdlib>
-#include <cstring>
-#include <fstream>
-#include <iterator>
 #include <optional>
-
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace Launcher {
 
@@ -28,6 +21,7 @@ namespace {
 
 constexpr std::uint64_t maxListBytes = 1024 * 1024;
 constexpr std::uint64_t maxSignatureBytes = 64 * 1024;
+constexpr std::size_t maxKeyringBytes = 1024 * 1024;
 constexpr std::uint64_t maxProgramBytes = 512ull * 1024 * 1024;
 // The tool's one-file build unpacks itself before it answers: generous.
 constexpr int versionTimeoutMs = 120000;
@@ -41,24 +35,17 @@ Outcome refused(const std::string &file, const std::string &reason)
     return {false, file + ": " + reason};
 }
 
-bool isFile(const std::string &path)
-{
-    struct stat status;
-    return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
-}
-
 // The key releases must be signed with: the one KESTREL_TOOL_KEYRING names
 // (ASCII-armoured or binary), else the one built in.
 std::optional<std::string> signingKey(std::string *problem)
 {
-    const char *keyring = std::getenv("KESTREL_TOOL_KEYRING");
-    if (!keyring || !*keyring)
+    const std::optional<std::string> keyring = environmentValue("KESTREL_TOOL_KEYRING");
+    if (!keyring)
         return releaseKey();
-    std::ifstream file(keyring, std::ios::binary);
-    const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    std::optional<std::string> key = file ? dearmor(text) : std::nullopt;
+    const std::optional<std::string> text = readFile(*keyring, maxKeyringBytes);
+    std::optional<std::string> key = text ? dearmor(*text) : std::nullopt;
     if (!key)
-        *problem = std::string("KESTREL_TOOL_KEYRING: ") + keyring + " holds no OpenPGP key";
+        *problem = "KESTREL_TOOL_KEYRING: " + *keyring + " holds no OpenPGP key";
     return key;
 }
 
@@ -81,12 +68,12 @@ std::string ManagedTools::runtimePath() const
 
 bool ManagedTools::hasTool() const
 {
-    return isFile(toolPath()) && ::access(toolPath().c_str(), X_OK) == 0;
+    return isExecutableFile(toolPath());
 }
 
 bool ManagedTools::hasRuntime() const
 {
-    return isFile(runtimePath()) && ::access(runtimePath().c_str(), X_OK) == 0;
+    return isExecutableFile(runtimePath());
 }
 
 Outcome ManagedTools::update(bool withRuntime, FolderLock::Wait wait)
@@ -94,7 +81,7 @@ Outcome ManagedTools::update(bool withRuntime, FolderLock::Wait wait)
     const FolderLock lock(m_folder, wait);
     if (!lock.isHeld())
         return refused("kestreldl2.lock", wait == FolderLock::Wait::UntilFree
-                                              ? "cannot lock " + m_folder + ": " + std::strerror(errno)
+                                              ? "cannot lock " + m_folder + ": " + lastErrorText()
                                               : "another update is running");
     ScratchFile::removeLeftovers(m_folder);
 
@@ -208,18 +195,18 @@ Outcome ManagedTools::updateRuntime(InstallState &state)
 bool ManagedTools::installFile(ScratchFile &file, const std::string &target, std::string *problem)
 {
     const std::string previous = target + ".previous";
-    if (isFile(target)) {
-        ::unlink(previous.c_str());
+    if (isRegularFile(target)) {
+        removeFile(previous);
         // A second name for the old copy, so that it stays whole while the
         // new one takes its name.
-        if (::link(target.c_str(), previous.c_str()) != 0) {
-            *problem = "cannot keep the installed copy as " + previous + ": " + std::strerror(errno);
+        if (!linkFile(target, previous)) {
+            *problem = "cannot keep the installed copy as " + previous + ": " + lastErrorText();
             return false;
         }
     }
     if (!file.moveTo(target)) {
-        *problem = "cannot put the new copy in place: " + std::string(std::strerror(errno));
-        ::unlink(previous.c_str());
+        *problem = "cannot put the new copy in place: " + lastErrorText();
+        removeFile(previous);
         return false;
     }
     return true;
@@ -240,15 +227,15 @@ bool ManagedTools::mayTryInstall(std::time_t now) const
 void ManagedTools::settleAfterRun(bool ranWell)
 {
     const std::string previous = toolPath() + ".previous";
-    if (!isFile(previous))
+    if (!isRegularFile(previous))
         return;
     const FolderLock lock(m_folder, FolderLock::Wait::NotAtAll);
     if (!lock.isHeld())
         return;
     if (ranWell)
-        ::unlink(previous.c_str());
+        removeFile(previous);
     else
-        ::rename(previous.c_str(), toolPath().c_str());
+        replaceFile(previous, toolPath(), ScratchFile::asideName(toolPath()));
 }
 
 } // namespace Launcher

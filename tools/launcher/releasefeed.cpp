@@ -1,6 +1,6 @@
 #include "releasefeed.h"
 
-#include <cstdlib>
+#include "platform.h"
 
 namespace Launcher::ReleaseFeed {
 
@@ -8,8 +8,7 @@ namespace {
 
 std::string feedFrom(const char *variable, const char *standard)
 {
-    const char *chosen = std::getenv(variable);
-    return chosen && *chosen ? std::string(chosen) : std::string(standard);
+    return environmentValue(variable).value_or(standard);
 }
 
 } // namespace

@@ -1,16 +1,7 @@
 #include "scratchfile.h"
 
+#include "platform.h"
 #include "writeall.h"
-
-#include <cerrno>
-#include <cstdlib>
-#include <cstring>
-#include <vector>
-
-#include <dirent.h>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace Launcher {
 
@@ -22,19 +13,17 @@ const char scratchPrefix[] = ".kestreldl2-";
 
 ScratchFile::ScratchFile(const std::string &folder, const std::string &purpose)
 {
-    std::string pattern = folder + '/' + scratchPrefix + purpose + "-XXXXXX";
-    std::vector<char> buffer(pattern.begin(), pattern.end());
-    buffer.push_back('\0');
-    m_fd = ::mkostemp(buffer.data(), O_CLOEXEC);
+    std::string path = folder + '/' + scratchPrefix + purpose + "-XXXXXX";
+    m_fd = createUniqueFile(path);
     if (m_fd >= 0)
-        m_path = buffer.data();
+        m_path = path;
 }
 
 ScratchFile::~ScratchFile()
 {
     close();
     if (!m_path.empty() && !m_moved)
-        ::unlink(m_path.c_str());
+        removeFile(m_path);
 }
 
 bool ScratchFile::write(const std::string &bytes)
@@ -46,15 +35,15 @@ bool ScratchFile::finishExecutable()
 {
     if (m_fd < 0)
         return false;
-    const bool synced = ::fsync(m_fd) == 0;
-    close();
-    return synced && ::chmod(m_path.c_str(), 0755) == 0;
+    const bool closed = syncAndClose(m_fd);
+    m_fd = -1;
+    return closed && makeExecutable(m_path);
 }
 
 bool ScratchFile::moveTo(const std::string &target)
 {
     close();
-    if (m_path.empty() || ::rename(m_path.c_str(), target.c_str()) != 0)
+    if (m_path.empty() || !replaceFile(m_path, target, asideName(target)))
         return false;
     m_moved = true;
     return true;
@@ -63,23 +52,23 @@ bool ScratchFile::moveTo(const std::string &target)
 void ScratchFile::close()
 {
     if (m_fd >= 0)
-        ::close(m_fd);
+        closeFile(m_fd);
     m_fd = -1;
+}
+
+std::string ScratchFile::asideName(const std::string &target)
+{
+    const std::size_t slash = target.find_last_of("/\\");
+    const std::string folder = slash == std::string::npos ? std::string(".") : target.substr(0, slash);
+    return folder + '/' + scratchPrefix + "replaced";
 }
 
 void ScratchFile::removeLeftovers(const std::string &folder)
 {
-    DIR *directory = ::opendir(folder.c_str());
-    if (!directory)
-        return;
-    std::vector<std::string> leftovers;
-    while (const dirent *entry = ::readdir(directory)) {
-        if (std::strncmp(entry->d_name, scratchPrefix, sizeof scratchPrefix - 1) == 0)
-            leftovers.emplace_back(entry->d_name);
+    for (const std::string &name : folderEntries(folder)) {
+        if (name.compare(0, sizeof scratchPrefix - 1, scratchPrefix) == 0)
+            removeFile(folder + '/' + name);
     }
-    ::closedir(directory);
-    for (const std::string &name : leftovers)
-        ::unlink((folder + '/' + name).c_str());
 }
 
 } // namespace Launcher

@@ -26,6 +26,10 @@ public:
     // Closes the file and renames it to target in one step.
     bool moveTo(const std::string &target);
 
+    // Where a file that cannot be replaced while it runs (a program on
+    // Windows) goes instead, as a scratch file of target's folder.
+    static std::string asideName(const std::string &target);
+
     // Removes every scratch file in folder. Called only while holding the
     // update lock, so that no running update loses its files.
     static void removeLeftovers(const std::string &folder);

@@ -1,11 +1,11 @@
 #include "signature.h"
 
 #include "childprocess.h"
+#include "platform.h"
 #include "scratchfile.h"
 #include "toollocation.h"
 
-#include <sys/wait.h>
-#include <unistd.h>
+#include <optional>
 
 namespace Launcher {
 
@@ -18,12 +18,24 @@ bool hasStatus(const std::string &statusText, const std::string &keyword)
     return statusText.find("[GNUPG:] " + keyword + ' ') != std::string::npos;
 }
 
+// gpgv on PATH (Debian's package), else the one installed beside the
+// application (the Windows installation's gpgv.exe).
+std::string findGpgv()
+{
+    const std::string onPath = findOnPath("gpgv");
+    if (!onPath.empty())
+        return onPath;
+    const std::optional<std::string> appFolder = environmentValue("KESTREL_APP_DIR");
+    const std::string besideApplication = appFolder ? *appFolder + "/gpgv" + executableSuffix() : std::string();
+    return appFolder && isExecutableFile(besideApplication) ? besideApplication : std::string();
+}
+
 } // namespace
 
 bool verifySignature(const std::string &key, const std::string &signedPath, const std::string &signaturePath,
                      const std::string &scratchFolder, std::string *problem)
 {
-    const std::string gpgv = findOnPath("gpgv");
+    const std::string gpgv = findGpgv();
     if (gpgv.empty()) {
         *problem = "gpgv is missing (install the Debian package gpgv)";
         return false;
@@ -37,12 +49,12 @@ bool verifySignature(const std::string &key, const std::string &signedPath, cons
     // settings out of the check; gpgv does not create it.
     const std::vector<std::string> arguments{gpgv, "--homedir", keyring.path() + ".home", "--status-fd", "1",
                                              "--keyring", keyring.path(), signaturePath, signedPath};
-    const CapturedRun run = runCaptured(gpgv, arguments, STDOUT_FILENO, nullptr, gpgvTimeoutMs);
+    const CapturedRun run = runCaptured(gpgv, arguments, CapturedStream::Output, nullptr, gpgvTimeoutMs);
     if (!run.started) {
         *problem = "gpgv cannot be started";
         return false;
     }
-    const bool exitedWell = run.finished && WIFEXITED(run.status) && WEXITSTATUS(run.status) == 0;
+    const bool exitedWell = run.finished && exitedWithCode(run.status, 0);
     if (exitedWell && hasStatus(run.text, "GOODSIG") && hasStatus(run.text, "VALIDSIG"))
         return true;
     if (hasStatus(run.text, "NO_PUBKEY") || hasStatus(run.text, "ERRSIG"))

@@ -1,31 +1,19 @@
 #include "toollog.h"
 
+#include "childprocess.h"
+#include "platform.h"
+#include "scratchfile.h"
 #include "writeall.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <ctime>
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
+#include <optional>
 
 namespace Launcher {
 
 namespace {
 
-constexpr off_t rotateAfterBytes = 256 * 1024;
+constexpr std::uint64_t rotateAfterBytes = 256 * 1024;
 constexpr std::size_t keptPartBytes = 32 * 1024;
-
-std::string timestamp()
-{
-    const std::time_t now = std::time(nullptr);
-    std::tm parts{};
-    ::localtime_r(&now, &parts);
-    char text[32];
-    return std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &parts) > 0 ? text : "";
-}
 
 } // namespace
 
@@ -34,26 +22,26 @@ ToolLog::ToolLog(const std::string &folder)
     if (folder.empty())
         return;
     const std::string path = folder + "/kestreldl2.log";
-    struct stat status;
-    if (::stat(path.c_str(), &status) == 0 && status.st_size > rotateAfterBytes)
-        ::rename(path.c_str(), (path + ".1").c_str());
-    m_fd = ::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644);
+    const std::optional<FileStamp> stamp = fileStamp(path);
+    if (stamp && stamp->size > rotateAfterBytes)
+        replaceFile(path, path + ".1", ScratchFile::asideName(path));
+    m_fd = openForAppending(path);
 }
 
 ToolLog::~ToolLog()
 {
     if (m_fd >= 0)
-        ::close(m_fd);
+        closeFile(m_fd);
 }
 
 void ToolLog::note(const std::string &text)
 {
-    write(timestamp() + " kestreldl2: " + text + '\n');
+    write(localTimestamp() + " kestreldl2: " + text + '\n');
 }
 
 void ToolLog::beginRun(const std::string &tool, const std::vector<std::string> &arguments)
 {
-    std::string line = timestamp() + " run " + tool;
+    std::string line = localTimestamp() + " run " + tool;
     for (const std::string &argument : arguments)
         line += ' ' + argument;
     write(line + '\n');
@@ -74,7 +62,7 @@ void ToolLog::appendError(const char *data, std::size_t size)
         m_tail.erase(0, m_tail.size() - keptPartBytes);
 }
 
-void ToolLog::endRun(int waitStatus)
+void ToolLog::endRun(int status)
 {
     const std::size_t written = std::min(m_errorBytes, keptPartBytes);
     if (m_errorBytes > written + m_tail.size())
@@ -83,12 +71,7 @@ void ToolLog::endRun(int waitStatus)
     // The tool's last line may lack its line feed.
     if (m_errorBytes > 0 && m_lastErrorByte != '\n')
         write("\n");
-    std::string end;
-    if (WIFEXITED(waitStatus))
-        end = "exit code " + std::to_string(WEXITSTATUS(waitStatus));
-    else if (WIFSIGNALED(waitStatus))
-        end = "ended by signal " + std::to_string(WTERMSIG(waitStatus));
-    write(timestamp() + " end: " + end + '\n');
+    write(localTimestamp() + " end: " + describeEnd(status) + '\n');
     m_tail.clear();
 }
 

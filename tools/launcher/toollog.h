@@ -24,7 +24,8 @@ public:
     void note(const std::string &text);
     void beginRun(const std::string &tool, const std::vector<std::string> &arguments);
     void appendError(const char *data, std::size_t size);
-    void endRun(int waitStatus);
+    // status as runTool() returns it.
+    void endRun(int status);
 
 private:
     void write(const std::string &text);

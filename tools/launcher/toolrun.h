@@ -2,30 +2,43 @@
 
 #include <functional>
 #include <string>
-#include <sys/types.h>
 #include <vector>
 
 namespace Launcher {
 
 class ToolLog;
 
-// Makes SIGTERM end the launcher the way a forced kill ends a run on
-// Windows: the running tool's whole process group is killed and the
-// launcher exits with code 1, a normal exit. SIGTERM is what the
-// application's kill rule sends, and what the kernel sends when the
-// process that started the launcher ends, however it ends: so nothing the
-// launcher started outlives the application. If that process is already
-// gone (it is not expectedParent any more), the launcher ends at once.
-void endRunOnStop(pid_t expectedParent);
+// Called first thing: ties the launcher's end to the application's.
+//
+// The process that started the launcher (the application, which names
+// itself in KESTREL_APP_PID for its children) is watched; when it ends,
+// however it ends, the launcher ends with exit code 1 and takes the tool and
+// everything the tool started along. If it is already gone, the launcher
+// ends at once. On POSIX systems SIGTERM, which the application's kill rule
+// sends, ends a run the same way, as a forced kill does on Windows.
+void endRunOnStop();
 
-// Runs tool with arguments as the launcher's child, leading a process group
-// of its own, and returns its wait status; -1 with *error set when it could
-// not start. Standard output is the launcher's, untouched; standard error
-// goes to the launcher's and into log. SIGINT and SIGHUP are passed on to
-// the group; whatever the tool leaves running in it is killed when the tool
-// ends. whenStarted, when given, is called once the tool's program is
+// Runs tool with arguments as the launcher's child, with everything it
+// starts in a group of its own (a process group; a job object on Windows),
+// and returns how it ended as runCaptured() does; -1 with *error set when it
+// could not start. Standard output is the launcher's, untouched; standard
+// error goes to the launcher's and into log. On POSIX systems SIGINT and
+// SIGHUP are passed on to the group. Whatever the tool leaves running in its
+// group is killed when the tool ends. whenStarted, when given, is called once the tool's program is
 // running, before the launcher waits for it.
 int runTool(const std::string &tool, const std::vector<std::string> &arguments, ToolLog &log, int *error,
             const std::function<void()> &whenStarted = {});
+
+// Runs program in place of the launcher, with the launcher's arguments, and
+// returns only if it could not. On Windows, where a process cannot be
+// replaced, it returns at once: the program serves from the next run.
+void replaceProcess(const std::string &program, char *argv[]);
+
+// The system's words for error, as runTool() sets it.
+std::string errorText(int error);
+
+// Does work beside the tool run, in a process or thread of the launcher's
+// that ends with the launcher, with no standard streams of its own.
+void startBesideRun(const std::function<void()> &work);
 
 } // namespace Launcher

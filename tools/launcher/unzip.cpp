@@ -1,15 +1,12 @@
 #include "unzip.h"
 
+#include "platform.h"
 #include "writeall.h"
 
 #include <archive.h>
 #include <archive_entry.h>
 
-#include <cerrno>
-#include <cstring>
 #include <memory>
-
-#include <unistd.h>
 
 namespace Launcher {
 
@@ -21,9 +18,7 @@ std::string archiveProblem(archive *reader)
     return text ? std::string(text) : std::string("unreadable archive");
 }
 
-} // namespace
-
-bool extractZipEntry(const std::string &archivePath, const std::string &entryName, int fd, std::string *problem)
+bool extractFrom(int archiveFd, const std::string &entryName, int fd, std::string *problem)
 {
     std::unique_ptr<archive, decltype(&archive_read_free)> reader(archive_read_new(), archive_read_free);
     if (!reader) {
@@ -31,7 +26,7 @@ bool extractZipEntry(const std::string &archivePath, const std::string &entryNam
         return false;
     }
     archive_read_support_format_zip(reader.get());
-    if (archive_read_open_filename(reader.get(), archivePath.c_str(), 64 * 1024) != ARCHIVE_OK) {
+    if (archive_read_open_fd(reader.get(), archiveFd, 64 * 1024) != ARCHIVE_OK) {
         *problem = archiveProblem(reader.get());
         return false;
     }
@@ -62,10 +57,26 @@ bool extractZipEntry(const std::string &archivePath, const std::string &entryNam
             return false;
         }
         if (!writeAll(fd, buffer, std::size_t(n))) {
-            *problem = std::string("cannot write the unpacked file: ") + std::strerror(errno);
+            *problem = "cannot write the unpacked file: " + lastErrorText();
             return false;
         }
     }
+}
+
+} // namespace
+
+bool extractZipEntry(const std::string &archivePath, const std::string &entryName, int fd, std::string *problem)
+{
+    // Opened here rather than by name, which the library would read in the
+    // system's code page on Windows.
+    const int archiveFd = openForReading(archivePath);
+    if (archiveFd < 0) {
+        *problem = "cannot open the archive: " + lastErrorText();
+        return false;
+    }
+    const bool extracted = extractFrom(archiveFd, entryName, fd, problem);
+    closeFile(archiveFd);
+    return extracted;
 }
 
 } // namespace Launcher

@@ -1,6 +1,8 @@
 #include "useroptions.h"
 
-#include <fstream>
+#include "platform.h"
+
+#include <optional>
 
 namespace Launcher {
 
@@ -116,17 +118,13 @@ UserOptions parseUserOptions(const std::string &text)
 
 UserOptions readUserOptions(const std::string &folder)
 {
-    std::ifstream file(folder + "/tool-options.txt", std::ios::binary);
-    if (!file)
+    const std::string path = folder + "/tool-options.txt";
+    const std::optional<FileStamp> stamp = fileStamp(path);
+    if (!stamp || !isRegularFile(path))
         return {};
-    std::string text;
-    char buffer[4096];
-    while (file.read(buffer, sizeof buffer) || file.gcount() > 0) {
-        text.append(buffer, std::size_t(file.gcount()));
-        if (text.size() > maxFileBytes)
-            return {{}, {"the whole file: larger than 64 KiB"}};
-    }
-    return parseUserOptions(text);
+    if (stamp->size > maxFileBytes)
+        return {{}, {"the whole file: larger than 64 KiB"}};
+    return parseUserOptions(readFile(path, maxFileBytes).value_or(std::string()));
 }
 
 } // namespace Launcher

@@ -1,11 +1,13 @@
 #include "toolrun.h"
 
 #include "childprocess.h"
+#include "posixchild.h"
 #include "toollog.h"
 #include "writeall.h"
 
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
 #include <cstring>
 
 #include <fcntl.h>
@@ -85,6 +87,13 @@ bool copyErrorOutput(int fd, ToolLog &log)
     return true;
 }
 
+void nullStreams()
+{
+    const int null = ::open("/dev/null", O_RDWR | O_CLOEXEC);
+    for (int fd = 0; fd <= 2; ++fd)
+        ::dup2(null, fd);
+}
+
 // A process of the launcher's that ends the tool's group when the launcher
 // ends without being able to do it itself: killed with SIGKILL, which the
 // application's kill rule falls back to and which QProcess sends when it is
@@ -98,9 +107,7 @@ pid_t startGuardian(pid_t group)
         return guardian;
     // Nothing of the launcher's streams stays open in here: the application
     // reads the launcher's output until its end.
-    const int null = ::open("/dev/null", O_RDWR | O_CLOEXEC);
-    for (int fd = 0; fd <= 2; ++fd)
-        ::dup2(null, fd);
+    nullStreams();
     for (int fd = 3; fd < 1024; ++fd)
         ::close(fd);
     toolGroup = group;
@@ -126,14 +133,54 @@ bool hasEnded(pid_t pid)
     return ::waitid(P_PID, id_t(pid), &info, WEXITED | WNOHANG | WNOWAIT) == 0 && info.si_pid == pid;
 }
 
+// The process whose end ends the launcher: the application, which names
+// itself in KESTREL_APP_PID for its children; else whoever started it.
+pid_t expectedParent()
+{
+    const char *named = std::getenv("KESTREL_APP_PID");
+    char *end = nullptr;
+    const long pid = named ? std::strtol(named, &end, 10) : 0;
+    return pid > 1 && end && *end == '\0' ? pid_t(pid) : ::getppid();
+}
+
 } // namespace
 
-void endRunOnStop(pid_t expectedParent)
+void endRunOnStop()
 {
+    rememberInheritedSignals();
+    // Writing a note to a closed standard error must not kill the launcher.
+    std::signal(SIGPIPE, SIG_IGN);
+    const pid_t parent = expectedParent();
     handle(SIGTERM, stopRun);
     ::prctl(PR_SET_PDEATHSIG, SIGTERM);
-    if (::getppid() != expectedParent)
+    if (::getppid() != parent)
         ::_exit(1);
+}
+
+void replaceProcess(const std::string &program, char *argv[])
+{
+    ::execv(program.c_str(), argv);
+}
+
+std::string errorText(int error)
+{
+    return std::strerror(error);
+}
+
+void startBesideRun(const std::function<void()> &work)
+{
+    const pid_t parent = ::getpid();
+    const pid_t pid = ::fork();
+    if (pid != 0)
+        return;
+    // The run's handlers belong to the launcher that waits for the tool.
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP, SIGCHLD})
+        std::signal(signal, SIG_DFL);
+    if (::prctl(PR_SET_PDEATHSIG, SIGKILL) != 0 || ::getppid() != parent)
+        ::_exit(0);
+    nullStreams();
+    work();
+    ::_exit(0);
 }
 
 int runTool(const std::string &tool, const std::vector<std::string> &arguments, ToolLog &log, int *error,

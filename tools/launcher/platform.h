@@ -1,0 +1,94 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+// What the launcher needs of the operating system beyond running the tool
+// (toolrun.h, childprocess.h): files, the environment, its own place. Paths
+// are UTF-8 everywhere, on Windows too, where they are turned into the wide
+// strings the system takes. Descriptors are the C library's, opened in
+// binary mode and not inherited by children.
+
+namespace Launcher {
+
+// ".exe" on Windows, where programs carry it; empty elsewhere.
+const char *executableSuffix();
+
+// The separator of the folders in PATH.
+char pathListSeparator();
+
+// The program's own arguments in UTF-8, whatever the system's code page.
+std::vector<std::string> commandLineArguments(int argc, char *argv[]);
+
+// The path of the running launcher's own executable; empty if unknown.
+std::string executablePath();
+
+// Whether path is a regular file, a folder, a file that may be run.
+bool isRegularFile(const std::string &path);
+bool isFolder(const std::string &path);
+bool isExecutableFile(const std::string &path);
+
+// The file path names after following links, or path itself if that fails.
+std::string canonicalPath(const std::string &path);
+
+// What changes when a file is replaced or rewritten: its modification time
+// to the nanosecond where the system keeps it, and its size.
+struct FileStamp
+{
+    std::uint64_t size = 0;
+    std::string modified;
+};
+std::optional<FileStamp> fileStamp(const std::string &path);
+
+// The names (not paths) in folder, without "." and "..".
+std::vector<std::string> folderEntries(const std::string &folder);
+
+// The whole of a regular file of at most maxBytes; nothing when it is
+// missing, larger or unreadable.
+std::optional<std::string> readFile(const std::string &path, std::size_t maxBytes);
+
+int openForReading(const std::string &path);
+int openForAppending(const std::string &path);
+// Creates a new file from pattern, whose last six characters are "XXXXXX"
+// and are replaced by the name found; -1 on failure.
+int createUniqueFile(std::string &pattern);
+// Opens the lock file at path and takes its exclusive lock, waiting for it
+// or not; -1 when it is not taken. The lock goes with the descriptor and
+// with the process, however it ends.
+int openLocked(const std::string &path, bool wait);
+// Flushes fd to the disk and closes it; false when either fails.
+bool syncAndClose(int fd);
+void closeFile(int fd);
+
+bool makeExecutable(const std::string &path);
+bool removeFile(const std::string &path);
+// A second name for an existing file.
+bool linkFile(const std::string &existing, const std::string &newName);
+// Gives from the name to, in one step, replacing what had it. On Windows a
+// program that is running cannot be replaced in place: it is first renamed
+// aside into its folder under aside, the name of a leftover that a later
+// clean-up removes.
+bool replaceFile(const std::string &from, const std::string &to, const std::string &aside);
+
+// The system's words for the last error of a file call.
+std::string lastErrorText();
+
+// An environment variable's value in UTF-8; nothing when it is not set or
+// empty.
+std::optional<std::string> environmentValue(const char *name);
+
+// Sets or removes an environment variable of the launcher, which its
+// children inherit.
+void setEnvironment(const char *name, const char *value);
+void unsetEnvironment(const char *name);
+
+// The launcher's process id.
+long processId();
+
+// Local time as "YYYY-MM-DD hh:mm:ss".
+std::string localTimestamp();
+
+} // namespace Launcher
