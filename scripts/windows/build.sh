@@ -23,7 +23,7 @@ qt_cache="$root/../shared/windows/qt6-mingw-w64-$qt_version.tar.xz"
 pieces="$deps/windows-deps-mingw-w64"
 pieces_cache="$root/../shared/windows/windows-deps-mingw-w64.tar.xz"
 
-scripts/install-dependencies.sh g++-mingw-w64-x86-64-posix mingw-w64-tools wine wine64 cmake ninja-build \
+scripts/install-dependencies.sh g++-mingw-w64-x86-64-posix mingw-w64-tools libz-mingw-w64-dev wine wine64 cmake ninja-build \
     qt6-base-dev qt6-base-dev-tools
 
 mkdir -p "$deps"

@@ -305,15 +305,15 @@ int main(int argc, char *argv[])
     knowledge.saveIfLearnt();
     forceUtf8Output();
     int error = 0;
-    const int status = Launcher::runTool(tool.path, arguments, log, &error, [&] {
+    const std::optional<int> status = Launcher::runTool(tool.path, arguments, log, &error, [&] {
         if (tool.dueForRefresh)
             startRefresh(managed, withRuntime);
     });
     if (tool.managed)
-        managed.settleAfterRun(status >= 0 && !Launcher::endedByCrash(status));
-    if (status < 0) {
+        managed.settleAfterRun(status && !Launcher::endedByCrash(*status));
+    if (!status) {
         writeLine(standardError, "kestreldl2: cannot run " + tool.path + ": " + Launcher::errorText(error));
         return 127;
     }
-    Launcher::exitLike(status);
+    Launcher::exitLike(*status);
 }

@@ -120,6 +120,8 @@ Outcome ManagedTools::updateTool()
     fetched = Fetch::toFile(ReleaseFeed::address(feed, signatureName), signature.fd(), maxSignatureBytes);
     if (!fetched.ok)
         return refused(signatureName, fetched.problem);
+    sumsCopy.close();
+    signature.close();
 
     std::string problem;
     const std::optional<std::string> key = signingKey(&problem);

@@ -73,7 +73,9 @@ bool linkFile(const std::string &existing, const std::string &newName);
 // clean-up removes.
 bool replaceFile(const std::string &from, const std::string &to, const std::string &aside);
 
-// The system's words for the last error of a file call.
+// The system's words for error, an errno value on POSIX systems and a
+// Windows error code on Windows; and for the last error of a file call.
+std::string errorText(int error);
 std::string lastErrorText();
 
 // An environment variable's value in UTF-8; nothing when it is not set or

@@ -182,9 +182,14 @@ bool replaceFile(const std::string &from, const std::string &to, const std::stri
     return ::rename(from.c_str(), to.c_str()) == 0;
 }
 
+std::string errorText(int error)
+{
+    return std::strerror(error);
+}
+
 std::string lastErrorText()
 {
-    return std::strerror(errno);
+    return errorText(errno);
 }
 
 std::optional<std::string> environmentValue(const char *name)

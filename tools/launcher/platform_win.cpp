@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <ctime>
 
@@ -64,7 +65,11 @@ std::string executablePath()
             return {};
         if (n < buffer.size()) {
             buffer.resize(n);
-            return fromWide(buffer);
+            // The launcher joins paths with forward slashes, which Windows
+            // takes too; one kind of slash keeps them readable.
+            std::string path = fromWide(buffer);
+            std::replace(path.begin(), path.end(), '\\', '/');
+            return path;
         }
         buffer.resize(buffer.size() * 2);
     }
@@ -237,9 +242,9 @@ bool replaceFile(const std::string &from, const std::string &to, const std::stri
     return MoveFileExW(source.c_str(), target.c_str(), 0) != 0;
 }
 
-std::string lastErrorText()
+std::string errorText(int error)
 {
-    const DWORD code = GetLastError();
+    const DWORD code = DWORD(error);
     wchar_t *text = nullptr;
     const DWORD n = FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM
                                        | FORMAT_MESSAGE_IGNORE_INSERTS,
@@ -249,6 +254,11 @@ std::string lastErrorText()
     while (!message.empty() && (message.back() == '\n' || message.back() == '\r' || message.back() == '.'))
         message.pop_back();
     return message;
+}
+
+std::string lastErrorText()
+{
+    return errorText(int(GetLastError()));
 }
 
 std::optional<std::string> environmentValue(const char *name)

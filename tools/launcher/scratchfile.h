@@ -23,6 +23,10 @@ public:
     bool write(const std::string &bytes);
     // Closes the file and makes it executable for everyone who may read it.
     bool finishExecutable();
+    // Closes the file, which stays until this is destroyed: only then may
+    // another program read it on Windows, which lets no program open a file
+    // that another holds open for writing.
+    void close();
     // Closes the file and renames it to target in one step.
     bool moveTo(const std::string &target);
 
@@ -35,8 +39,6 @@ public:
     static void removeLeftovers(const std::string &folder);
 
 private:
-    void close();
-
     std::string m_path;
     int m_fd = -1;
     bool m_moved = false;

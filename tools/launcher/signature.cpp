@@ -45,6 +45,7 @@ bool verifySignature(const std::string &key, const std::string &signedPath, cons
         *problem = "cannot write the key for gpgv into " + scratchFolder;
         return false;
     }
+    keyring.close();
     // A home folder that does not exist keeps the user's own keyrings and
     // settings out of the check; gpgv does not create it.
     const std::vector<std::string> arguments{gpgv, "--homedir", keyring.path() + ".home", "--status-fd", "1",

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,22 +21,19 @@ void endRunOnStop();
 
 // Runs tool with arguments as the launcher's child, with everything it
 // starts in a group of its own (a process group; a job object on Windows),
-// and returns how it ended as runCaptured() does; -1 with *error set when it
-// could not start. Standard output is the launcher's, untouched; standard
+// and returns how it ended as runCaptured() does; nothing, with *error set,
+// when it could not start. Standard output is the launcher's, untouched; standard
 // error goes to the launcher's and into log. On POSIX systems SIGINT and
 // SIGHUP are passed on to the group. Whatever the tool leaves running in its
 // group is killed when the tool ends. whenStarted, when given, is called once the tool's program is
 // running, before the launcher waits for it.
-int runTool(const std::string &tool, const std::vector<std::string> &arguments, ToolLog &log, int *error,
-            const std::function<void()> &whenStarted = {});
+std::optional<int> runTool(const std::string &tool, const std::vector<std::string> &arguments, ToolLog &log,
+                           int *error, const std::function<void()> &whenStarted = {});
 
 // Runs program in place of the launcher, with the launcher's arguments, and
 // returns only if it could not. On Windows, where a process cannot be
 // replaced, it returns at once: the program serves from the next run.
 void replaceProcess(const std::string &program, char *argv[]);
-
-// The system's words for error, as runTool() sets it.
-std::string errorText(int error);
 
 // Does work beside the tool run, in a process or thread of the launcher's
 // that ends with the launcher, with no standard streams of its own.

@@ -6,6 +6,7 @@
 #include "writeall.h"
 
 #include <cerrno>
+#include <optional>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
@@ -162,11 +163,6 @@ void replaceProcess(const std::string &program, char *argv[])
     ::execv(program.c_str(), argv);
 }
 
-std::string errorText(int error)
-{
-    return std::strerror(error);
-}
-
 void startBesideRun(const std::function<void()> &work)
 {
     const pid_t parent = ::getpid();
@@ -183,8 +179,8 @@ void startBesideRun(const std::function<void()> &work)
     ::_exit(0);
 }
 
-int runTool(const std::string &tool, const std::vector<std::string> &arguments, ToolLog &log, int *error,
-            const std::function<void()> &whenStarted)
+std::optional<int> runTool(const std::string &tool, const std::vector<std::string> &arguments, ToolLog &log,
+                           int *error, const std::function<void()> &whenStarted)
 {
     // Blocked until the group is known, so that no signal arriving
     // meanwhile is lost or misses the tool; the child restores the mask.
@@ -196,7 +192,7 @@ int runTool(const std::string &tool, const std::vector<std::string> &arguments, 
     if (::pipe2(childEndedPipe, O_CLOEXEC | O_NONBLOCK) != 0 || ::pipe2(errorPipe, O_CLOEXEC) != 0) {
         *error = errno;
         ::sigprocmask(SIG_SETMASK, &before, nullptr);
-        return -1;
+        return std::nullopt;
     }
     handle(SIGCHLD, noteChildEnded);
     for (const int signal : passedOnSignals) {
@@ -216,7 +212,7 @@ int runTool(const std::string &tool, const std::vector<std::string> &arguments, 
         ::close(errorPipe[0]);
         ::sigprocmask(SIG_SETMASK, &before, nullptr);
         log.note(std::string("cannot run ") + tool + ": " + std::strerror(*error));
-        return -1;
+        return std::nullopt;
     }
     // Also done by the child; whichever comes first, the group exists before
     // anything is sent to it.

@@ -1,0 +1,360 @@
+// The launcher kestreldl2.exe on Windows (run under Wine on the build
+// machine): it passes the tool's output and end through, keeps nothing
+// running after a forced kill or the application's end, and installs its
+// own verified copy of the tool.
+//
+// The install cases read a local release feed that the test's wrapper
+// (tests/windows/run-with-feed.sh) serves from the build machine:
+// KESTREL_TEST_TOOL_FEED and KESTREL_TEST_RUNTIME_FEED (its addresses, the
+// second with a runtime archive), KESTREL_TEST_KEYRING (the key the feed is
+// signed with) and KESTREL_TEST_STRANGER_FEED (signed by another key).
+
+#include <QByteArray>
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QThread>
+
+#include <windows.h>
+
+#include <memory>
+
+namespace {
+
+constexpr int runTimeoutMs = 60000;
+const QByteArray launcherFlags = "--ignore-config\n--encoding\nutf-8\n--no-js-runtimes\n";
+
+QString besideTest(const QString &relativePath)
+{
+    return QDir::cleanPath(QCoreApplication::applicationDirPath() + QLatin1Char('/') + relativePath);
+}
+
+QString launcherBuilt()
+{
+    return besideTest(QStringLiteral("../../kestreldl2.exe"));
+}
+
+QString fakeTool()
+{
+    return besideTest(QStringLiteral("fake-yt-dlp.exe"));
+}
+
+QString applicationFolder()
+{
+    return besideTest(QStringLiteral("../.."));
+}
+
+// The exit code a program ends with when taskkill /F ends it: 1 on
+// Windows; Wine's taskkill gives 0.
+int forcedKillExitCode()
+{
+    QProcess plain;
+    plain.start(fakeTool(), {QStringLiteral("--wait")});
+    if (!plain.waitForStarted())
+        return -1;
+    QProcess::execute(QStringLiteral("taskkill"),
+                      {QStringLiteral("/PID"), QString::number(plain.processId()), QStringLiteral("/F")});
+    return plain.waitForFinished(runTimeoutMs) && plain.exitStatus() == QProcess::NormalExit ? plain.exitCode() : -1;
+}
+
+bool processHasEnded(quint32 pid, int withinMs)
+{
+    const HANDLE process = OpenProcess(SYNCHRONIZE, FALSE, DWORD(pid));
+    if (!process)
+        return true;
+    const bool ended = WaitForSingleObject(process, DWORD(withinMs)) == WAIT_OBJECT_0;
+    CloseHandle(process);
+    return ended;
+}
+
+QList<quint32> waitForPids(const QString &pidFile)
+{
+    const QDeadlineTimer deadline(runTimeoutMs);
+    while (!deadline.hasExpired()) {
+        QFile file(pidFile);
+        if (file.open(QIODevice::ReadOnly)) {
+            const QList<QByteArray> fields = file.readAll().trimmed().split(' ');
+            if (fields.size() == 2)
+                return {fields[0].toUInt(), fields[1].toUInt()};
+        }
+        QThread::msleep(50);
+    }
+    return {};
+}
+
+} // namespace
+
+class TestWindowsLauncher : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void argumentsAndOutputPassThrough();
+    void outputBytesPassThroughUnchanged();
+    void exitCodePassesThrough_data();
+    void exitCodePassesThrough();
+    void crashPassesThroughAsCrash();
+    void missingToolIsReported();
+    void forcedKillEndsTheWholeTreeWithExitCodeOne();
+    void endOfTheApplicationEndsTheTree();
+    void applicationAlreadyGoneRunsNothing();
+    void runsAreLogged();
+
+    void updateInstallsVerifiedToolAndRuntime();
+    void normalRunUsesTheManagedCopies();
+    void releaseSignedByAnotherKeyIsRefusedAsACrash();
+
+private:
+    QString dataPath(const QString &name) const { return m_root->filePath(QStringLiteral("data/") + name); }
+    QString launcher() const { return dataPath(QStringLiteral("kestreldl2.exe")); }
+    std::unique_ptr<QProcess> start(const QStringList &arguments, const QProcessEnvironment &environment);
+    bool feedGiven() const;
+    QProcessEnvironment feedEnvironment(const char *toolFeedVariable) const;
+
+    std::unique_ptr<QTemporaryDir> m_root;
+    QProcessEnvironment m_environment;
+};
+
+void TestWindowsLauncher::init()
+{
+    m_root = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_root->isValid());
+    QVERIFY(QDir().mkpath(m_root->filePath(QStringLiteral("data"))));
+    QVERIFY(QFile::copy(launcherBuilt(), launcher()));
+    m_environment = QProcessEnvironment::systemEnvironment();
+    for (const char *name : {"KESTREL_APP_PID", "KESTREL_APP_DIR", "KESTREL_TOOL_FEED", "KESTREL_JS_RUNTIME_FEED",
+                             "KESTREL_TOOL_KEYRING", "FAKE_BEHAVIOUR"})
+        m_environment.remove(QString::fromLatin1(name));
+    m_environment.insert(QStringLiteral("KESTREL_YTDLP"), QDir::toNativeSeparators(fakeTool()));
+}
+
+std::unique_ptr<QProcess> TestWindowsLauncher::start(const QStringList &arguments,
+                                                     const QProcessEnvironment &environment)
+{
+    auto process = std::make_unique<QProcess>();
+    process->setProcessEnvironment(environment);
+    process->start(launcher(), arguments);
+    return process;
+}
+
+void TestWindowsLauncher::argumentsAndOutputPassThrough()
+{
+    const QStringList arguments{QStringLiteral("--get-title"), QStringLiteral("--path"),
+                                QStringLiteral("C:\\Users\\Zoë Ann\\Downloads\\KestrelD\\"),
+                                QStringLiteral("https://youtu.be/k?a=\"b\" c")};
+    const std::unique_ptr<QProcess> run = start(arguments, m_environment);
+    QVERIFY(run->waitForFinished(runTimeoutMs));
+    QCOMPARE(run->exitStatus(), QProcess::NormalExit);
+    QCOMPARE(run->exitCode(), 0);
+    QCOMPARE(run->readAllStandardOutput(), launcherFlags + arguments.join(QLatin1Char('\n')).toUtf8() + '\n');
+    QCOMPARE(run->readAllStandardError(), QByteArray("fake yt-dlp: done\n"));
+}
+
+void TestWindowsLauncher::outputBytesPassThroughUnchanged()
+{
+    QByteArray bytes("\r[download]  12.5% of 3.00MiB\r\n\x00\xff\xfe line\n", 38);
+    for (int i = 0; i < 4096; ++i)
+        bytes += char(i % 256);
+    const QString bytesFile = m_root->filePath(QStringLiteral("bytes"));
+    QFile file(bytesFile);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+    file.close();
+    QProcessEnvironment environment = m_environment;
+    environment.insert(QStringLiteral("FAKE_BEHAVIOUR"), QStringLiteral("bytes"));
+    environment.insert(QStringLiteral("FAKE_BYTES_FILE"), QDir::toNativeSeparators(bytesFile));
+
+    const std::unique_ptr<QProcess> run = start({QStringLiteral("https://youtu.be/k")}, environment);
+    QVERIFY(run->waitForFinished(runTimeoutMs));
+    QCOMPARE(run->readAllStandardOutput(), bytes + launcherFlags + "https://youtu.be/k\n");
+}
+
+void TestWindowsLauncher::exitCodePassesThrough_data()
+{
+    QTest::addColumn<int>("code");
+    QTest::newRow("success") << 0;
+    QTest::newRow("usage error") << 2;
+    QTest::newRow("no version info") << 100;
+}
+
+void TestWindowsLauncher::exitCodePassesThrough()
+{
+    QFETCH(int, code);
+    QProcessEnvironment environment = m_environment;
+    environment.insert(QStringLiteral("FAKE_BEHAVIOUR"), QStringLiteral("exit:%1").arg(code));
+    const std::unique_ptr<QProcess> run = start({QStringLiteral("https://youtu.be/k")}, environment);
+    QVERIFY(run->waitForFinished(runTimeoutMs));
+    QCOMPARE(run->exitStatus(), QProcess::NormalExit);
+    QCOMPARE(run->exitCode(), code);
+}
+
+void TestWindowsLauncher::crashPassesThroughAsCrash()
+{
+    QProcessEnvironment environment = m_environment;
+    environment.insert(QStringLiteral("FAKE_BEHAVIOUR"), QStringLiteral("crash"));
+    const std::unique_ptr<QProcess> run = start({QStringLiteral("https://youtu.be/k")}, environment);
+    QVERIFY(run->waitForFinished(runTimeoutMs));
+    QCOMPARE(run->exitStatus(), QProcess::CrashExit);
+    QCOMPARE(quint32(run->exitCode()), quint32(0xC0000005));
+}
+
+void TestWindowsLauncher::missingToolIsReported()
+{
+    QProcessEnvironment environment = m_environment;
+    environment.insert(QStringLiteral("KESTREL_YTDLP"), QDir::toNativeSeparators(dataPath(QStringLiteral("none.exe"))));
+    const std::unique_ptr<QProcess> run = start({QStringLiteral("--get-title"), QStringLiteral("https://youtu.be/k")},
+                                                environment);
+    QVERIFY(run->waitForFinished(runTimeoutMs));
+    QCOMPARE(run->exitCode(), 127);
+    QVERIFY(run->readAllStandardError().startsWith("kestreldl2: cannot find yt-dlp"));
+    QCOMPARE(run->readAllStandardOutput(), QByteArray());
+}
+
+void TestWindowsLauncher::forcedKillEndsTheWholeTreeWithExitCodeOne()
+{
+    const QString pidFile = m_root->filePath(QStringLiteral("pids"));
+    QProcessEnvironment environment = m_environment;
+    environment.insert(QStringLiteral("FAKE_BEHAVIOUR"), QStringLiteral("tree"));
+    environment.insert(QStringLiteral("FAKE_PID_FILE"), QDir::toNativeSeparators(pidFile));
+    const std::unique_ptr<QProcess> run = start({QStringLiteral("https://youtu.be/k")}, environment);
+    const QList<quint32> pids = waitForPids(pidFile);
+    QCOMPARE(pids.size(), 2);
+
+    // What the application's kill rule runs.
+    QCOMPARE(QProcess::execute(QStringLiteral("taskkill"),
+                               {QStringLiteral("/IM"), QStringLiteral("kestreldl2.exe"), QStringLiteral("/F")}),
+             0);
+    QVERIFY(run->waitForFinished(runTimeoutMs));
+    QCOMPARE(run->exitStatus(), QProcess::NormalExit);
+    QCOMPARE(run->exitCode(), forcedKillExitCode());
+    QVERIFY(processHasEnded(pids[0], 10000));
+    QVERIFY(processHasEnded(pids[1], 10000));
+}
+
+void TestWindowsLauncher::endOfTheApplicationEndsTheTree()
+{
+    QProcess application;
+    application.start(fakeTool(), {QStringLiteral("--wait")});
+    QVERIFY(application.waitForStarted());
+    const QString pidFile = m_root->filePath(QStringLiteral("pids"));
+    QProcessEnvironment environment = m_environment;
+    environment.insert(QStringLiteral("KESTREL_APP_PID"), QString::number(application.processId()));
+    environment.insert(QStringLiteral("FAKE_BEHAVIOUR"), QStringLiteral("tree"));
+    environment.insert(QStringLiteral("FAKE_PID_FILE"), QDir::toNativeSeparators(pidFile));
+    const std::unique_ptr<QProcess> run = start({QStringLiteral("https://youtu.be/k")}, environment);
+    const QList<quint32> pids = waitForPids(pidFile);
+    QCOMPARE(pids.size(), 2);
+
+    application.kill();
+    QVERIFY(application.waitForFinished());
+    QVERIFY(run->waitForFinished(runTimeoutMs));
+    QCOMPARE(run->exitCode(), 1);
+    QVERIFY(processHasEnded(pids[0], 10000));
+    QVERIFY(processHasEnded(pids[1], 10000));
+}
+
+void TestWindowsLauncher::applicationAlreadyGoneRunsNothing()
+{
+    QProcess application;
+    application.start(fakeTool(), {QStringLiteral("--version")});
+    QVERIFY(application.waitForStarted());
+    const qint64 gone = application.processId();
+    QVERIFY(application.waitForFinished());
+    QProcessEnvironment environment = m_environment;
+    environment.insert(QStringLiteral("KESTREL_APP_PID"), QString::number(gone));
+    const std::unique_ptr<QProcess> run = start({QStringLiteral("https://youtu.be/k")}, environment);
+    QVERIFY(run->waitForFinished(runTimeoutMs));
+    QCOMPARE(run->exitCode(), 1);
+    QCOMPARE(run->readAllStandardOutput(), QByteArray());
+}
+
+void TestWindowsLauncher::runsAreLogged()
+{
+    QProcessEnvironment environment = m_environment;
+    environment.insert(QStringLiteral("FAKE_BEHAVIOUR"), QStringLiteral("exit:2"));
+    const std::unique_ptr<QProcess> run = start({QStringLiteral("https://youtu.be/k")}, environment);
+    QVERIFY(run->waitForFinished(runTimeoutMs));
+    QFile log(dataPath(QStringLiteral("kestreldl2.log")));
+    QVERIFY(log.open(QIODevice::ReadOnly));
+    const QByteArray text = log.readAll();
+    QVERIFY2(text.contains("fake yt-dlp: done\n"), text.constData());
+    QVERIFY2(text.contains(" end: exit code 2\n"), text.constData());
+}
+
+bool TestWindowsLauncher::feedGiven() const
+{
+    return !qEnvironmentVariableIsEmpty("KESTREL_TEST_TOOL_FEED")
+           && !qEnvironmentVariableIsEmpty("KESTREL_TEST_RUNTIME_FEED")
+           && !qEnvironmentVariableIsEmpty("KESTREL_TEST_KEYRING")
+           && !qEnvironmentVariableIsEmpty("KESTREL_TEST_STRANGER_FEED");
+}
+
+QProcessEnvironment TestWindowsLauncher::feedEnvironment(const char *toolFeedVariable) const
+{
+    QProcessEnvironment environment = m_environment;
+    environment.remove(QStringLiteral("KESTREL_YTDLP"));
+    environment.insert(QStringLiteral("KESTREL_TOOL_FEED"), qEnvironmentVariable(toolFeedVariable));
+    environment.insert(QStringLiteral("KESTREL_JS_RUNTIME_FEED"), qEnvironmentVariable("KESTREL_TEST_RUNTIME_FEED"));
+    environment.insert(QStringLiteral("KESTREL_TOOL_KEYRING"), qEnvironmentVariable("KESTREL_TEST_KEYRING"));
+    // gpgv.exe lies beside the application.
+    environment.insert(QStringLiteral("KESTREL_APP_DIR"), QDir::toNativeSeparators(applicationFolder()));
+    return environment;
+}
+
+void TestWindowsLauncher::updateInstallsVerifiedToolAndRuntime()
+{
+    QVERIFY2(feedGiven(), "run through tests/windows/run-with-feed.sh");
+    const std::unique_ptr<QProcess> run = start({QStringLiteral("--update")},
+                                                feedEnvironment("KESTREL_TEST_TOOL_FEED"));
+    QVERIFY(run->waitForFinished(runTimeoutMs));
+    QVERIFY2(run->exitStatus() == QProcess::NormalExit && run->exitCode() == 0,
+             run->readAllStandardError().constData());
+    QCOMPARE(run->readAllStandardOutput(),
+             QByteArray("installed yt-dlp.exe 2026.11.20; installed 2026.11.20\n"));
+
+    QFile fake(fakeTool());
+    QFile installed(dataPath(QStringLiteral("yt-dlp.exe")));
+    QVERIFY(fake.open(QIODevice::ReadOnly) && installed.open(QIODevice::ReadOnly));
+    QCOMPARE(installed.readAll(), fake.readAll());
+    QVERIFY(QFile::exists(dataPath(QStringLiteral("deno.exe"))));
+    const QStringList leftovers = QDir(m_root->filePath(QStringLiteral("data")))
+                                      .entryList({QStringLiteral(".kestreldl2-*")}, QDir::Files | QDir::Hidden);
+    QCOMPARE(leftovers, QStringList());
+}
+
+void TestWindowsLauncher::normalRunUsesTheManagedCopies()
+{
+    QVERIFY2(feedGiven(), "run through tests/windows/run-with-feed.sh");
+    const std::unique_ptr<QProcess> run = start({QStringLiteral("--get-title"), QStringLiteral("https://youtu.be/k")},
+                                                feedEnvironment("KESTREL_TEST_TOOL_FEED"));
+    QVERIFY(run->waitForFinished(runTimeoutMs));
+    QCOMPARE(run->exitCode(), 0);
+    // The launcher writes paths with forward slashes, as Qt does.
+    const QString deno = dataPath(QStringLiteral("deno.exe"));
+    QCOMPARE(QString::fromUtf8(run->readAllStandardOutput()),
+             QString::fromUtf8(launcherFlags) + QStringLiteral("--js-runtimes\ndeno:") + deno
+                 + QStringLiteral("\n--get-title\nhttps://youtu.be/k\n"));
+}
+
+void TestWindowsLauncher::releaseSignedByAnotherKeyIsRefusedAsACrash()
+{
+    QVERIFY2(feedGiven(), "run through tests/windows/run-with-feed.sh");
+    const std::unique_ptr<QProcess> run = start({QStringLiteral("--update")},
+                                                feedEnvironment("KESTREL_TEST_STRANGER_FEED"));
+    QVERIFY(run->waitForFinished(runTimeoutMs));
+    QCOMPARE(run->exitStatus(), QProcess::CrashExit);
+    const QByteArray error = run->readAllStandardError();
+    QVERIFY2(error.contains("kestreldl2: update refused: SHA2-256SUMS.sig: signed by another key"),
+             error.constData());
+    QVERIFY(!QFile::exists(dataPath(QStringLiteral("yt-dlp.exe"))));
+}
+
+QTEST_GUILESS_MAIN(TestWindowsLauncher)
+#include "tst_windowslauncher.moc"

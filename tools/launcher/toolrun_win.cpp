@@ -1,0 +1,154 @@
+#include "toolrun.h"
+
+#include "platform.h"
+#include "toollog.h"
+#include "windowschild.h"
+#include "writeall.h"
+
+#include <windows.h>
+#include <tlhelp32.h>
+
+#include <fcntl.h>
+#include <io.h>
+
+#include <cstdlib>
+#include <optional>
+#include <thread>
+
+namespace Launcher {
+
+namespace {
+
+// The process that started the launcher, from the system's process list.
+DWORD parentProcessId()
+{
+    const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    if (snapshot == INVALID_HANDLE_VALUE)
+        return 0;
+    PROCESSENTRY32W entry{};
+    entry.dwSize = sizeof entry;
+    DWORD parent = 0;
+    const DWORD self = GetCurrentProcessId();
+    for (BOOL more = Process32FirstW(snapshot, &entry); more; more = Process32NextW(snapshot, &entry)) {
+        if (entry.th32ProcessID == self) {
+            parent = entry.th32ParentProcessID;
+            break;
+        }
+    }
+    CloseHandle(snapshot);
+    return parent;
+}
+
+// The application's process id, which it names in KESTREL_APP_PID for its
+// children; 0 when it does not.
+DWORD applicationProcessId()
+{
+    const std::optional<std::string> named = environmentValue("KESTREL_APP_PID");
+    char *end = nullptr;
+    const unsigned long pid = named ? std::strtoul(named->c_str(), &end, 10) : 0;
+    return pid > 0 && end && *end == '\0' ? DWORD(pid) : 0;
+}
+
+std::uint64_t creationTime(HANDLE process)
+{
+    FILETIME created, exited, kernel, user;
+    if (!GetProcessTimes(process, &created, &exited, &kernel, &user))
+        return 0;
+    return (std::uint64_t(created.dwHighDateTime) << 32) | created.dwLowDateTime;
+}
+
+// A handle to the process with id pid if it is still the one that was
+// there before the launcher: a process id is reused once its process ends.
+HANDLE openOlderProcess(DWORD pid)
+{
+    const HANDLE process = OpenProcess(SYNCHRONIZE | PROCESS_QUERY_LIMITED_INFORMATION, FALSE, pid);
+    if (!process)
+        return nullptr;
+    const std::uint64_t started = creationTime(process);
+    if (started == 0 || started > creationTime(GetCurrentProcess()) || WaitForSingleObject(process, 0) == WAIT_OBJECT_0) {
+        CloseHandle(process);
+        return nullptr;
+    }
+    return process;
+}
+
+// Copies the tool's standard error to the launcher's and into the log,
+// until the pipe's end.
+void copyErrorOutput(HANDLE pipe, ToolLog &log)
+{
+    char buffer[16 * 1024];
+    DWORD n = 0;
+    while (ReadFile(pipe, buffer, sizeof buffer, &n, nullptr) && n > 0) {
+        writeAll(2, buffer, n);
+        log.appendError(buffer, n);
+    }
+}
+
+} // namespace
+
+void endRunOnStop()
+{
+    // The launcher's own notes and the tool's standard error pass through
+    // byte for byte, with no line ends added.
+    _setmode(1, _O_BINARY);
+    _setmode(2, _O_BINARY);
+    // The application when it names itself, else whoever started the
+    // launcher, if that is a process of this system that still runs.
+    const DWORD application = applicationProcessId();
+    const HANDLE parent = openOlderProcess(application ? application : parentProcessId());
+    if (!parent) {
+        if (application)
+            ExitProcess(1);
+        return;
+    }
+    // Ending the process closes the handle of the tool's job, which kills the
+    // tool and everything it started.
+    std::thread([parent] {
+        WaitForSingleObject(parent, INFINITE);
+        ExitProcess(1);
+    }).detach();
+}
+
+std::optional<int> runTool(const std::string &tool, const std::vector<std::string> &arguments, ToolLog &log,
+                           int *error, const std::function<void()> &whenStarted)
+{
+    ChildPipe errorPipe;
+    if (!createChildPipe(&errorPipe)) {
+        *error = int(GetLastError());
+        return std::nullopt;
+    }
+    std::vector<std::string> argv{tool};
+    argv.insert(argv.end(), arguments.begin(), arguments.end());
+    log.beginRun(tool, arguments);
+    WindowsChild child;
+    const bool started = child.start(tool, argv, GetStdHandle(STD_INPUT_HANDLE), GetStdHandle(STD_OUTPUT_HANDLE),
+                                     errorPipe.write, nullptr, error);
+    CloseHandle(errorPipe.write);
+    if (!started) {
+        CloseHandle(errorPipe.read);
+        log.note("cannot run " + tool + ": " + errorText(*error));
+        return std::nullopt;
+    }
+    std::thread copier(copyErrorOutput, errorPipe.read, std::ref(log));
+    if (whenStarted)
+        whenStarted();
+    child.wait(INFINITE);
+    const int status = child.exitCode();
+    // What the tool left running goes with it, and lets go of the pipe.
+    child.killAll();
+    copier.join();
+    CloseHandle(errorPipe.read);
+    log.endRun(status);
+    return status;
+}
+
+void replaceProcess(const std::string &, char *[])
+{
+}
+
+void startBesideRun(const std::function<void()> &work)
+{
+    std::thread(work).detach();
+}
+
+} // namespace Launcher
