@@ -2,7 +2,10 @@
 # Cross-builds Kestrel Downloader for 64-bit Windows on Debian into
 # build-windows/, installs it into build-windows/stage (the program, its
 # plug-ins, ffmpeg.exe and gpgv.exe, the DLLs they load and Qt's plug-ins)
-# and starts the staged program once under Wine to check that it comes up.
+# and starts the staged program once under Wine to check that it comes up;
+# then makes the installer, build-windows/KestrelDownloader-<version>-win64.exe
+# (CPack's NSIS generator), and checks it under Wine with
+# check-installer.sh.
 #
 # Qt for Windows and the Windows pieces Debian does not ship (ffmpeg.exe,
 # gpgv.exe, libarchive) come from the archives in ../shared/windows/ when
@@ -11,8 +14,7 @@
 # build-deps-mingw.sh, about 6); either way they are kept in
 # build-windows-deps/ for the next run.
 #
-# Not there yet: the tool launcher (kestreldl2.exe), the tests under Wine,
-# and the installer.
+# Not there yet: the tool launcher (kestreldl2.exe) and the tests under Wine.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 root=$(pwd)
@@ -23,8 +25,8 @@ qt_cache="$root/../shared/windows/qt6-mingw-w64-$qt_version.tar.xz"
 pieces="$deps/windows-deps-mingw-w64"
 pieces_cache="$root/../shared/windows/windows-deps-mingw-w64.tar.xz"
 
-scripts/install-dependencies.sh g++-mingw-w64-x86-64-posix mingw-w64-tools libz-mingw-w64-dev wine wine64 cmake ninja-build \
-    qt6-base-dev qt6-base-dev-tools
+scripts/install-dependencies.sh g++-mingw-w64-x86-64-posix mingw-w64-tools libz-mingw-w64-dev wine wine64 cmake \
+    ninja-build qt6-base-dev qt6-base-dev-tools nsis gnupg python3
 
 mkdir -p "$deps"
 if [ ! -f "$qt/lib/cmake/Qt6/qt.toolchain.cmake" ]; then
@@ -85,3 +87,12 @@ if [ ! -f "$users/AppData/Roaming/Halvard Software/Kestrel Downloader/ffmpeg.exe
     exit 1
 fi
 echo "Windows build staged in build-windows/stage; it starts under Wine."
+
+# The installer holds what "cmake --install" installs, which CPack installs
+# again into a folder of its own.
+installer="build-windows/$(sed -n 's/^set(CPACK_PACKAGE_FILE_NAME "\(.*\)")$/\1/p' build-windows/CPackConfig.cmake).exe"
+rm -f "$installer"
+(cd build-windows && cpack -G NSIS >/dev/null)
+[ -f "$installer" ] || { echo "build.sh: cpack made no $installer" >&2; exit 1; }
+echo "Installer: $installer ($(du -h "$installer" | cut -f1))"
+scripts/windows/check-installer.sh "$installer" build-windows/stage
