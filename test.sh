@@ -5,6 +5,10 @@
 #                      (briefly) and the whole suite again, built with
 #                      AddressSanitizer and UndefinedBehaviorSanitizer
 #   ./test.sh --quick  the whole suite of the normal build only
+#   ./test.sh --windows
+#                      the Windows build (scripts/windows/build.sh: cross-built,
+#                      staged, installer made and checked under Wine), then
+#                      its tests under Wine
 set -euo pipefail
 cd "$(dirname "$0")"
 
@@ -12,8 +16,17 @@ quick=false
 case "${1:-}" in
     "") ;;
     --quick) quick=true ;;
+    --windows)
+        scripts/windows/build.sh
+        # One Wine prefix for the whole run: a new one takes seconds to start.
+        KESTREL_WINEPREFIX=$(mktemp -d)
+        export KESTREL_WINEPREFIX
+        trap 'WINEPREFIX="$KESTREL_WINEPREFIX" wineserver -k 2>/dev/null || true; rm -rf "$KESTREL_WINEPREFIX"' EXIT
+        (cd build-windows && ctest --output-on-failure --timeout 900)
+        exit 0
+        ;;
     *)
-        echo "usage: ./test.sh [--quick]" >&2
+        echo "usage: ./test.sh [--quick | --windows]" >&2
         exit 2
         ;;
 esac

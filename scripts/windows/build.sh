@@ -5,7 +5,8 @@
 # and starts the staged program once under Wine to check that it comes up;
 # then makes the installer, build-windows/KestrelDownloader-<version>-win64.exe
 # (CPack's NSIS generator), and checks it under Wine with
-# check-installer.sh.
+# check-installer.sh. The Windows tests are built too; ./test.sh --windows
+# runs them.
 #
 # Qt for Windows and the Windows pieces Debian does not ship (ffmpeg.exe,
 # gpgv.exe, libarchive) come from the archives in ../shared/windows/ when
@@ -13,8 +14,6 @@
 # source (build-qt-mingw.sh, about 40 minutes on two cores;
 # build-deps-mingw.sh, about 6); either way they are kept in
 # build-windows-deps/ for the next run.
-#
-# Not there yet: the tool launcher (kestreldl2.exe) and the tests under Wine.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 root=$(pwd)
@@ -50,7 +49,7 @@ fi
 
 cmake -S . -B build-windows -G Ninja \
     -DCMAKE_BUILD_TYPE=Release \
-    -DKESTREL_BUILD_TESTS=OFF \
+    -DKESTREL_BUILD_TESTS=ON \
     -DKESTREL_WINDOWS_PIECES="$pieces" \
     -DCMAKE_TOOLCHAIN_FILE="$qt/lib/cmake/Qt6/qt.toolchain.cmake" \
     -DQT_CHAINLOAD_TOOLCHAIN_FILE="$root/scripts/windows/mingw-w64-x86_64.cmake" >/dev/null
@@ -80,12 +79,14 @@ if ! grep -qs "OK: output dir" "$log"; then
     echo "build.sh: the staged program did not start under Wine (no start-up lines in $log)" >&2
     exit 1
 fi
-# The first start copies ffmpeg.exe from beside the program into the roaming
-# data folder.
-if [ ! -f "$users/AppData/Roaming/Halvard Software/Kestrel Downloader/ffmpeg.exe" ]; then
-    echo "build.sh: the staged program did not copy ffmpeg.exe into its data folder" >&2
-    exit 1
-fi
+# The first start copies the launcher and ffmpeg.exe from beside the program
+# into the roaming data folder.
+for program in kestreldl2.exe ffmpeg.exe; do
+    if [ ! -f "$users/AppData/Roaming/Halvard Software/Kestrel Downloader/$program" ]; then
+        echo "build.sh: the staged program did not copy $program into its data folder" >&2
+        exit 1
+    fi
+done
 echo "Windows build staged in build-windows/stage; it starts under Wine."
 
 # The installer holds what "cmake --install" installs, which CPack installs
