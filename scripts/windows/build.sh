@@ -58,27 +58,13 @@ rm -rf build-windows/stage
 cmake --install build-windows --prefix build-windows/stage >/dev/null
 
 # The staged program under Wine, in a throw-away prefix: it must reach its
-# window and write its start-up lines into its log in the local application
-# data folder. Wine does not pass QT_* variables on, so the platform is given
-# on the command line.
+# window and write its start-up lines into its log.
 prefix=$(mktemp -d)
 trap 'WINEPREFIX="$prefix" wineserver -k 2>/dev/null || true; rm -rf "$prefix"' EXIT
 export WINEPREFIX="$prefix" WINEDEBUG=-all
 wineboot --init >/dev/null 2>&1 || true
-timeout 60 wine build-windows/stage/kestrel-downloader.exe -platform offscreen >/dev/null 2>&1 &
+scripts/windows/start-headless.sh build-windows/stage/kestrel-downloader.exe
 users="$prefix/drive_c/users/$(id -un)"
-log="$users/AppData/Local/Halvard Software/Kestrel Downloader/kestrel-downloader.log"
-for _ in $(seq 120); do
-    if grep -qs "OK: output dir" "$log"; then
-        break
-    fi
-    sleep 0.5
-done
-WINEPREFIX="$prefix" wineserver -k 2>/dev/null || true
-if ! grep -qs "OK: output dir" "$log"; then
-    echo "build.sh: the staged program did not start under Wine (no start-up lines in $log)" >&2
-    exit 1
-fi
 # The first start copies the launcher and ffmpeg.exe from beside the program
 # into the roaming data folder.
 for program in kestreldl2.exe ffmpeg.exe; do

@@ -10,6 +10,7 @@
 # The staged installation (build-windows/stage by default) is what the
 # installer was made from: every file in it must be installed too.
 set -euo pipefail
+here=$(cd "$(dirname "$0")" && pwd)
 
 fail() {
     echo "check-installer.sh: $*" >&2
@@ -20,7 +21,7 @@ if [ $# -lt 1 ] || [ $# -gt 2 ]; then
     fail "usage: $0 <installer.exe> [<staged installation>]"
 fi
 installer=$(readlink -f "$1")
-stage=$(readlink -f "${2:-$(dirname "$0")/../../build-windows/stage}")
+stage=$(readlink -f "${2:-$here/../../build-windows/stage}")
 [ -f "$installer" ] || fail "no installer at $1"
 [ -f "$stage/kestrel-downloader.exe" ] || fail "no staged installation at $stage"
 
@@ -75,18 +76,7 @@ case "$uninstall_string" in
     *) fail "no UninstallString for $install_win in $uninstall_key" ;;
 esac
 
-# The installed program, headless: Wine does not pass QT_* variables on.
-timeout 60 wine "$install_win\\kestrel-downloader.exe" -platform offscreen >/dev/null 2>&1 &
-log="$prefix/drive_c/users/$(id -un)/AppData/Local/Halvard Software/Kestrel Downloader/kestrel-downloader.log"
-for _ in $(seq 120); do
-    if grep -qs "OK: output dir" "$log"; then
-        break
-    fi
-    sleep 0.5
-done
-wineserver -k 2>/dev/null || true
-wait || true
-grep -qs "OK: output dir" "$log" || fail "the installed program did not start (no start-up lines in $log)"
+"$here/start-headless.sh" "$install_win\\kestrel-downloader.exe" || fail "the installed program did not start"
 echo "The installed program starts."
 
 # Run in place (_?=) the uninstaller waits until it is done, but cannot

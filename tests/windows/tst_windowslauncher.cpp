@@ -115,6 +115,8 @@ private:
     QString dataPath(const QString &name) const { return m_root->filePath(QStringLiteral("data/") + name); }
     QString launcher() const { return dataPath(QStringLiteral("kestreldl2.exe")); }
     std::unique_ptr<QProcess> start(const QStringList &arguments, const QProcessEnvironment &environment);
+    // A run whose tool starts a child and waits; pids gets both ids.
+    std::unique_ptr<QProcess> startTree(QProcessEnvironment environment, QList<quint32> *pids);
     bool feedGiven() const;
     QProcessEnvironment feedEnvironment(const char *toolFeedVariable) const;
 
@@ -217,14 +219,20 @@ void TestWindowsLauncher::missingToolIsReported()
     QCOMPARE(run->readAllStandardOutput(), QByteArray());
 }
 
-void TestWindowsLauncher::forcedKillEndsTheWholeTreeWithExitCodeOne()
+std::unique_ptr<QProcess> TestWindowsLauncher::startTree(QProcessEnvironment environment, QList<quint32> *pids)
 {
     const QString pidFile = m_root->filePath(QStringLiteral("pids"));
-    QProcessEnvironment environment = m_environment;
     environment.insert(QStringLiteral("FAKE_BEHAVIOUR"), QStringLiteral("tree"));
     environment.insert(QStringLiteral("FAKE_PID_FILE"), QDir::toNativeSeparators(pidFile));
-    const std::unique_ptr<QProcess> run = start({QStringLiteral("https://youtu.be/k")}, environment);
-    const QList<quint32> pids = waitForPids(pidFile);
+    std::unique_ptr<QProcess> run = start({QStringLiteral("https://youtu.be/k")}, environment);
+    *pids = waitForPids(pidFile);
+    return run;
+}
+
+void TestWindowsLauncher::forcedKillEndsTheWholeTreeWithExitCodeOne()
+{
+    QList<quint32> pids;
+    const std::unique_ptr<QProcess> run = startTree(m_environment, &pids);
     QCOMPARE(pids.size(), 2);
 
     // What the application's kill rule runs.
@@ -243,13 +251,10 @@ void TestWindowsLauncher::endOfTheApplicationEndsTheTree()
     QProcess application;
     application.start(fakeTool(), {QStringLiteral("--wait")});
     QVERIFY(application.waitForStarted());
-    const QString pidFile = m_root->filePath(QStringLiteral("pids"));
     QProcessEnvironment environment = m_environment;
     environment.insert(QStringLiteral("KESTREL_APP_PID"), QString::number(application.processId()));
-    environment.insert(QStringLiteral("FAKE_BEHAVIOUR"), QStringLiteral("tree"));
-    environment.insert(QStringLiteral("FAKE_PID_FILE"), QDir::toNativeSeparators(pidFile));
-    const std::unique_ptr<QProcess> run = start({QStringLiteral("https://youtu.be/k")}, environment);
-    const QList<quint32> pids = waitForPids(pidFile);
+    QList<quint32> pids;
+    const std::unique_ptr<QProcess> run = startTree(environment, &pids);
     QCOMPARE(pids.size(), 2);
 
     application.kill();

@@ -1,5 +1,7 @@
 #include "childprocess.h"
 
+#include "platform.h"
+
 namespace Launcher {
 
 namespace {
@@ -15,6 +17,18 @@ bool hasLine(const std::string &text, const std::string &line)
 }
 
 } // namespace
+
+std::vector<std::string> untranslatedEnvironment()
+{
+    std::vector<std::string> environment;
+    for (const std::string &entry : environmentEntries()) {
+        if (entry.compare(0, 7, "LC_ALL=") != 0 && entry.compare(0, 9, "LANGUAGE=") != 0)
+            environment.push_back(entry);
+    }
+    environment.emplace_back("LC_ALL=C");
+    environment.emplace_back("LANGUAGE=C");
+    return environment;
+}
 
 std::vector<std::string> probeArguments(const std::string &flag, const char *trialValue)
 {

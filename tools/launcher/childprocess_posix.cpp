@@ -59,18 +59,6 @@ int openNull(int flags)
 
 } // namespace
 
-std::vector<std::string> untranslatedEnvironment()
-{
-    std::vector<std::string> environment;
-    for (char **entry = environ; entry && *entry; ++entry) {
-        if (std::strncmp(*entry, "LC_ALL=", 7) != 0 && std::strncmp(*entry, "LANGUAGE=", 9) != 0)
-            environment.emplace_back(*entry);
-    }
-    environment.emplace_back("LC_ALL=C");
-    environment.emplace_back("LANGUAGE=C");
-    return environment;
-}
-
 CapturedRun runCaptured(const std::string &program, const std::vector<std::string> &arguments,
                         CapturedStream captured, const std::vector<std::string> *environment, int timeoutMs)
 {

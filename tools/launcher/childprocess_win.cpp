@@ -5,7 +5,6 @@
 #include "windowschild.h"
 
 #include <cstdio>
-#include <cwchar>
 #include <thread>
 
 namespace Launcher {
@@ -143,20 +142,6 @@ bool createChildPipe(ChildPipe *pipe)
 HANDLE nullDevice(DWORD access)
 {
     return CreateFileW(L"NUL", access, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
-}
-
-std::vector<std::string> untranslatedEnvironment()
-{
-    std::vector<std::string> environment;
-    wchar_t *block = GetEnvironmentStringsW();
-    for (const wchar_t *entry = block; entry && *entry; entry += std::wcslen(entry) + 1) {
-        if (std::wcsncmp(entry, L"LC_ALL=", 7) != 0 && std::wcsncmp(entry, L"LANGUAGE=", 9) != 0)
-            environment.push_back(fromWide(entry));
-    }
-    FreeEnvironmentStringsW(block);
-    environment.emplace_back("LC_ALL=C");
-    environment.emplace_back("LANGUAGE=C");
-    return environment;
 }
 
 CapturedRun runCaptured(const std::string &program, const std::vector<std::string> &arguments,

@@ -82,6 +82,9 @@ std::string lastErrorText();
 // empty.
 std::optional<std::string> environmentValue(const char *name);
 
+// The launcher's environment as "NAME=value" entries.
+std::vector<std::string> environmentEntries();
+
 // Sets or removes an environment variable of the launcher, which its
 // children inherit.
 void setEnvironment(const char *name, const char *value);

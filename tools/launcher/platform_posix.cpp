@@ -14,6 +14,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+extern char **environ;
+
 namespace Launcher {
 
 const char *executableSuffix()
@@ -190,6 +192,14 @@ std::string errorText(int error)
 std::string lastErrorText()
 {
     return errorText(errno);
+}
+
+std::vector<std::string> environmentEntries()
+{
+    std::vector<std::string> entries;
+    for (char **entry = environ; entry && *entry; ++entry)
+        entries.emplace_back(*entry);
+    return entries;
 }
 
 std::optional<std::string> environmentValue(const char *name)

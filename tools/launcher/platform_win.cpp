@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cwchar>
 #include <ctime>
 
 #include <fcntl.h>
@@ -259,6 +260,16 @@ std::string errorText(int error)
 std::string lastErrorText()
 {
     return errorText(int(GetLastError()));
+}
+
+std::vector<std::string> environmentEntries()
+{
+    std::vector<std::string> entries;
+    wchar_t *block = GetEnvironmentStringsW();
+    for (const wchar_t *entry = block; entry && *entry; entry += std::wcslen(entry) + 1)
+        entries.push_back(fromWide(entry));
+    FreeEnvironmentStringsW(block);
+    return entries;
 }
 
 std::optional<std::string> environmentValue(const char *name)
