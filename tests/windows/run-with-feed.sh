@@ -3,7 +3,7 @@
 # under Wine (scripts/windows/wine-run.sh): the fake yt-dlp.exe as the
 # tool's release, its SHA2-256SUMS signed with a throw-away key, a runtime
 # archive holding the same program as deno.exe; and beside it the same
-# release signed by another key.
+# release signed by another key, and releases damaged in one way each.
 #
 #   run-with-feed.sh TEST_EXE FAKE_TOOL_EXE [TEST ARGUMENTS...]
 set -euo pipefail
@@ -61,13 +61,49 @@ make_feed "$work/stranger" stranger@example.invalid
 serve "$work/release" release_feed
 serve "$work/stranger" stranger_feed
 
+# Releases damaged in one way each, served as KESTREL_TEST_FEED_<damage>.
+damaged() {
+    local damage=$1 folder="$work/$1"
+    make_feed "$folder" release@example.invalid
+    case "$damage" in
+        asset) printf 'changed' >>"$folder/yt-dlp.exe" ;;
+        sums) echo "0000000000000000000000000000000000000000000000000000000000000000  other.exe" >>"$folder/SHA2-256SUMS" ;;
+        nosignature) rm "$folder/SHA2-256SUMS.sig" ;;
+        noline)
+            echo "0000000000000000000000000000000000000000000000000000000000000000  other.exe" >"$folder/SHA2-256SUMS"
+            gpg_quiet --local-user release@example.invalid --output "$folder/SHA2-256SUMS.sig" \
+                --detach-sign "$folder/SHA2-256SUMS"
+            ;;
+        truncated) echo "yt-dlp.exe truncate" >"$folder/.behaviour" ;;
+        runtime) printf 'changed' >>"$folder/deno-x86_64-pc-windows-msvc.zip" ;;
+        notaprogram)
+            # A release whose program does not start: it is no Windows program.
+            printf 'not a program' >"$folder/yt-dlp.exe"
+            (cd "$folder" && sha256sum yt-dlp.exe >SHA2-256SUMS)
+            gpg_quiet --local-user release@example.invalid --output "$folder/SHA2-256SUMS.sig" \
+                --detach-sign "$folder/SHA2-256SUMS"
+            ;;
+    esac
+    local address
+    serve "$folder" address
+    export "KESTREL_TEST_FEED_$damage=$address"
+}
+for damage in asset sums nosignature noline truncated runtime notaprogram; do
+    damaged "$damage"
+done
+# Nothing listens on port 9 (discard) here.
+export KESTREL_TEST_FEED_unreachable="http://127.0.0.1:9/"
+
 export KESTREL_TEST_TOOL_FEED="$release_feed"
 export KESTREL_TEST_RUNTIME_FEED="$release_feed"
 export KESTREL_TEST_STRANGER_FEED="$stranger_feed"
 export KESTREL_TEST_KEYRING="Z:${work//\//\\}\\release-key.asc"
-# A test's own output does not reach Wine's terminal: it goes to a file.
+
+# A test's own output does not reach Wine's terminal: it goes to a file,
+# shown also when the test hangs and is stopped.
 status=0
-"$root/scripts/windows/wine-run.sh" "$test_exe" -o "Z:${work//\//\\}\\result.txt,txt" "$@" \
+timeout 480 "$root/scripts/windows/wine-run.sh" "$test_exe" -o "Z:${work//\//\\}\\result.txt,txt" "$@" \
     || status=$?
 cat "$work/result.txt" 2>/dev/null || echo "run-with-feed.sh: the test wrote no result"
+[ "$status" != 124 ] || echo "run-with-feed.sh: the test did not end within 8 minutes"
 exit "$status"

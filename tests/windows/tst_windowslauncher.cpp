@@ -7,7 +7,8 @@
 // (tests/windows/run-with-feed.sh) serves from the build machine:
 // KESTREL_TEST_TOOL_FEED and KESTREL_TEST_RUNTIME_FEED (its addresses, the
 // second with a runtime archive), KESTREL_TEST_KEYRING (the key the feed is
-// signed with) and KESTREL_TEST_STRANGER_FEED (signed by another key).
+// signed with), KESTREL_TEST_STRANGER_FEED (signed by another key) and
+// KESTREL_TEST_FEED_<damage> (releases damaged in one way each).
 
 #include <QByteArray>
 #include <QCoreApplication>
@@ -109,7 +110,8 @@ private slots:
 
     void updateInstallsVerifiedToolAndRuntime();
     void normalRunUsesTheManagedCopies();
-    void releaseSignedByAnotherKeyIsRefusedAsACrash();
+    void badReleaseIsRefusedAsACrash_data();
+    void badReleaseIsRefusedAsACrash();
 
 private:
     QString dataPath(const QString &name) const { return m_root->filePath(QStringLiteral("data/") + name); }
@@ -118,6 +120,7 @@ private:
     // A run whose tool starts a child and waits; pids gets both ids.
     std::unique_ptr<QProcess> startTree(QProcessEnvironment environment, QList<quint32> *pids);
     bool feedGiven() const;
+    QStringList scratchLeftovers() const;
     QProcessEnvironment feedEnvironment(const char *toolFeedVariable) const;
 
     std::unique_ptr<QTemporaryDir> m_root;
@@ -301,6 +304,12 @@ bool TestWindowsLauncher::feedGiven() const
            && !qEnvironmentVariableIsEmpty("KESTREL_TEST_STRANGER_FEED");
 }
 
+QStringList TestWindowsLauncher::scratchLeftovers() const
+{
+    return QDir(m_root->filePath(QStringLiteral("data")))
+        .entryList({QStringLiteral(".kestreldl2-*")}, QDir::Files | QDir::Hidden);
+}
+
 QProcessEnvironment TestWindowsLauncher::feedEnvironment(const char *toolFeedVariable) const
 {
     QProcessEnvironment environment = m_environment;
@@ -329,9 +338,7 @@ void TestWindowsLauncher::updateInstallsVerifiedToolAndRuntime()
     QVERIFY(fake.open(QIODevice::ReadOnly) && installed.open(QIODevice::ReadOnly));
     QCOMPARE(installed.readAll(), fake.readAll());
     QVERIFY(QFile::exists(dataPath(QStringLiteral("deno.exe"))));
-    const QStringList leftovers = QDir(m_root->filePath(QStringLiteral("data")))
-                                      .entryList({QStringLiteral(".kestreldl2-*")}, QDir::Files | QDir::Hidden);
-    QCOMPARE(leftovers, QStringList());
+    QCOMPARE(scratchLeftovers(), QStringList());
 }
 
 void TestWindowsLauncher::normalRunUsesTheManagedCopies()
@@ -348,17 +355,55 @@ void TestWindowsLauncher::normalRunUsesTheManagedCopies()
                  + QStringLiteral("\n--get-title\nhttps://youtu.be/k\n"));
 }
 
-void TestWindowsLauncher::releaseSignedByAnotherKeyIsRefusedAsACrash()
+void TestWindowsLauncher::badReleaseIsRefusedAsACrash_data()
 {
+    QTest::addColumn<QByteArray>("feed");
+    QTest::addColumn<QByteArray>("message");
+    QTest::addColumn<bool>("toolInstalled");
+
+    QTest::newRow("signed by another key")
+        << QByteArray("KESTREL_TEST_STRANGER_FEED")
+        << QByteArray("SHA2-256SUMS.sig: signed by another key than the tool's release key") << false;
+    QTest::newRow("tampered asset") << QByteArray("KESTREL_TEST_FEED_asset")
+                                    << QByteArray("yt-dlp.exe: SHA-256 does not match SHA2-256SUMS") << false;
+    QTest::newRow("tampered sums file") << QByteArray("KESTREL_TEST_FEED_sums")
+                                        << QByteArray("SHA2-256SUMS.sig: bad signature") << false;
+    QTest::newRow("signature missing") << QByteArray("KESTREL_TEST_FEED_nosignature")
+                                       << QByteArray("SHA2-256SUMS.sig: HTTP 404") << false;
+    QTest::newRow("no line for the asset") << QByteArray("KESTREL_TEST_FEED_noline")
+                                           << QByteArray("SHA2-256SUMS: no line for yt-dlp.exe") << false;
+    QTest::newRow("truncated download") << QByteArray("KESTREL_TEST_FEED_truncated")
+                                        << QByteArray("yt-dlp.exe: download cut short") << false;
+    QTest::newRow("new copy does not start")
+        << QByteArray("KESTREL_TEST_FEED_notaprogram")
+        << QByteArray("yt-dlp.exe: the new copy does not answer --version; the installed copy is kept") << false;
+    QTest::newRow("feed unreachable") << QByteArray("KESTREL_TEST_FEED_unreachable")
+                                      << QByteArray("SHA2-256SUMS: cannot connect to 127.0.0.1:9") << false;
+    QTest::newRow("runtime archive tampered")
+        << QByteArray("KESTREL_TEST_FEED_runtime")
+        << QByteArray("deno-x86_64-pc-windows-msvc.zip: SHA-256 does not match "
+                      "deno-x86_64-pc-windows-msvc.zip.sha256sum")
+        << true;
+}
+
+void TestWindowsLauncher::badReleaseIsRefusedAsACrash()
+{
+    QFETCH(QByteArray, feed);
+    QFETCH(QByteArray, message);
+    QFETCH(bool, toolInstalled);
     QVERIFY2(feedGiven(), "run through tests/windows/run-with-feed.sh");
-    const std::unique_ptr<QProcess> run = start({QStringLiteral("--update")},
-                                                feedEnvironment("KESTREL_TEST_STRANGER_FEED"));
+    QVERIFY2(!qEnvironmentVariableIsEmpty(feed.constData()), feed.constData());
+
+    QProcessEnvironment environment = feedEnvironment(feed.constData());
+    environment.insert(QStringLiteral("KESTREL_JS_RUNTIME_FEED"), qEnvironmentVariable(feed.constData()));
+    const std::unique_ptr<QProcess> run = start({QStringLiteral("--update")}, environment);
     QVERIFY(run->waitForFinished(runTimeoutMs));
     QCOMPARE(run->exitStatus(), QProcess::CrashExit);
     const QByteArray error = run->readAllStandardError();
-    QVERIFY2(error.contains("kestreldl2: update refused: SHA2-256SUMS.sig: signed by another key"),
-             error.constData());
-    QVERIFY(!QFile::exists(dataPath(QStringLiteral("yt-dlp.exe"))));
+    QVERIFY2(error.startsWith("kestreldl2: update refused: " + message), error.constData());
+    QCOMPARE(QFile::exists(dataPath(QStringLiteral("yt-dlp.exe"))), toolInstalled);
+    QVERIFY(!QFile::exists(dataPath(QStringLiteral("deno.exe"))));
+    QCOMPARE(scratchLeftovers(), QStringList());
 }
 
 QTEST_GUILESS_MAIN(TestWindowsLauncher)
