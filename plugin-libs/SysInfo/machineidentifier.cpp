@@ -17,13 +17,17 @@ QString machineIdentifier(const QByteArray &systemIdentifier, const QString &sto
         return QString::fromLatin1(system);
 
     const QString path = QDir(storeFolder).filePath(machineIdentifierFileName());
-    QFile stored(path);
-    if (!storeFolder.isEmpty() && stored.open(QIODevice::ReadOnly)) {
-        const QUuid uuid = QUuid::fromString(QString::fromLatin1(stored.read(64).trimmed()));
-        // A damaged file is replaced rather than trusted: an identifier that
-        // is not a UUID would be of no use to anyone it is shown to.
-        if (!uuid.isNull())
-            return uuid.toString(QUuid::WithoutBraces);
+    // Closed before a new one is written: Windows does not replace a file
+    // that is still open.
+    {
+        QFile stored(path);
+        if (!storeFolder.isEmpty() && stored.open(QIODevice::ReadOnly)) {
+            const QUuid uuid = QUuid::fromString(QString::fromLatin1(stored.read(64).trimmed()));
+            // A damaged file is replaced rather than trusted: an identifier that
+            // is not a UUID would be of no use to anyone it is shown to.
+            if (!uuid.isNull())
+                return uuid.toString(QUuid::WithoutBraces);
+        }
     }
 
     const QString made = QUuid::createUuid().toString(QUuid::WithoutBraces);

@@ -21,8 +21,8 @@ QString AppInstallation::folder() const
 
 void AppInstallation::addRecordingPlugin(const QString &kind, const QString &baseName)
 {
-    const QString source = QStringLiteral("%1/recording_%2.so").arg(QStringLiteral(KESTREL_FIXTURE_PLUGIN_DIR), kind);
-    const QString target = QStringLiteral("%1/%2.so").arg(folder(), baseName);
+    const QString source = QStringLiteral("%1/recording_%2" KESTREL_MODULE_SUFFIX).arg(QStringLiteral(KESTREL_FIXTURE_PLUGIN_DIR), kind);
+    const QString target = QStringLiteral("%1/%2" KESTREL_MODULE_SUFFIX).arg(folder(), baseName);
     QFile::remove(target);
     if (!QFile::copy(source, target))
         qFatal("cannot copy the recording plug-in %s", qPrintable(source));
@@ -85,7 +85,7 @@ AppInstallation::Run AppInstallation::execute(const TestSandbox &sandbox, const 
     QProcess process;
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(sandbox.home());
-    process.start(QDir(folder()).filePath(QStringLiteral("kestrel-downloader")), arguments);
+    process.start(QDir(folder()).filePath(QFileInfo(QStringLiteral(KESTREL_APP_EXECUTABLE)).fileName()), arguments);
     if (!process.waitForStarted())
         qFatal("cannot start the application copy");
 

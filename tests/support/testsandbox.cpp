@@ -4,9 +4,75 @@
 #include <QFile>
 #include <QProcessEnvironment>
 
+#ifdef Q_OS_WIN
+#include <shlobj.h>
+#endif
+
 namespace {
 
 const char *const appFolder = "Halvard Software/Kestrel Downloader";
+
+#ifdef Q_OS_WIN
+
+// Asked of the shell itself rather than of QStandardPaths, so that the
+// tests compare the application's folders with the system's own answer.
+QString knownFolder(const KNOWNFOLDERID &id)
+{
+    wchar_t *path = nullptr;
+    QString folder;
+    if (SUCCEEDED(SHGetKnownFolderPath(id, KF_FLAG_DEFAULT, nullptr, &path)))
+        folder = QDir::fromNativeSeparators(QString::fromWCharArray(path));
+    CoTaskMemFree(path);
+    if (folder.isEmpty())
+        qFatal("the shell names no known folder");
+    return folder;
+}
+
+} // namespace
+
+// Windows keeps its user folders where the shell says, whatever the
+// environment holds, so the sandbox cannot move them. The tests run in a
+// throw-away Wine prefix instead (scripts/windows/ctest-wine.sh), whose user
+// folders are new and are removed with it; without the variable that script
+// sets, they would be a real user's folders, which no test may touch.
+TestSandbox::TestSandbox()
+{
+    if (!qEnvironmentVariableIsSet("KESTREL_TEST_DISPOSABLE_PROFILE"))
+        qFatal("the tests change the Windows user folders: run them in a throw-away Wine prefix "
+               "(scripts/windows/ctest-wine.sh)");
+}
+
+QString TestSandbox::home() const
+{
+    return knownFolder(FOLDERID_Profile);
+}
+
+// Where the tool and ffmpeg are copied to: the roaming folder.
+QString TestSandbox::dataFolder() const
+{
+    return QStringLiteral("%1/%2").arg(knownFolder(FOLDERID_RoamingAppData), QLatin1String(appFolder));
+}
+
+QString TestSandbox::settingsFile() const
+{
+    return QStringLiteral("%1/%2/settings.ini").arg(knownFolder(FOLDERID_LocalAppData), QLatin1String(appFolder));
+}
+
+QString TestSandbox::downloadFolder() const
+{
+    return knownFolder(FOLDERID_Downloads);
+}
+
+QStringList TestSandbox::environment() const
+{
+    return {};
+}
+
+void TestSandbox::applyToThisProcess() const
+{
+}
+
+#else
 
 struct Variable
 {
@@ -74,3 +140,5 @@ void TestSandbox::applyToThisProcess() const
         qputenv(variable.left(equals).toLatin1().constData(), variable.mid(equals + 1).toLocal8Bit());
     }
 }
+
+#endif

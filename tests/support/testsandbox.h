@@ -4,7 +4,9 @@
 #include <QTemporaryDir>
 
 // A private HOME with its own XDG folders for one test process or one child
-// process, so that no test ever touches the real user's folders.
+// process, so that no test ever touches the real user's folders. On Windows
+// it names the user folders of the throw-away Wine prefix the test runs in,
+// which every sandbox of that run shares (testsandbox.cpp).
 class TestSandbox
 {
 public:
@@ -22,7 +24,9 @@ public:
     QStringList environment() const;
 
 private:
+#ifndef Q_OS_WIN
     QTemporaryDir m_root;
+#endif
 };
 
 // Replaces QTEST_MAIN: the sandbox exists before the application object, so

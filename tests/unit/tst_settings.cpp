@@ -22,8 +22,13 @@ private slots:
 
 void TestSettings::fileLiesInTheLocalDataFolder()
 {
+#ifdef Q_OS_WIN
+    // The local, not the roaming, application data folder.
+    QCOMPARE(Settings::folder() + QStringLiteral("/settings.ini"), TestSandbox().settingsFile());
+#else
     const QString home = qEnvironmentVariable("HOME");
     QCOMPARE(Settings::folder(), home + QStringLiteral("/.local/share/Halvard Software/Kestrel Downloader"));
+#endif
     QCOMPARE(Settings::fileName(), QStringLiteral("settings.ini"));
 }
 

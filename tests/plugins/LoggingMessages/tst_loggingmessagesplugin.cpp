@@ -433,7 +433,7 @@ void TestLoggingMessagesPlugin::unwritableFolderKeepsMessagesFlowing()
     m_logging->setUp(folder, settingsFileName);
     QCOMPARE(m_capture->lines().size(), 1);
     QCOMPARE(m_capture->lines().first().type, QtWarningMsg);
-    QCOMPARE(m_capture->texts().first(), QStringLiteral("LoggingMessages: no log file: cannot create the folder \"%1\"").arg(folder));
+    QCOMPARE(m_capture->texts().first(), QStringLiteral("LoggingMessages: no log file: cannot create the folder \"%1\"").arg(QDir::toNativeSeparators(folder)));
     m_capture->clear();
 
     QCOMPARE(m_logging->isEnabled(), true);
@@ -446,7 +446,7 @@ void TestLoggingMessagesPlugin::unwritableFolderKeepsMessagesFlowing()
     m_logging->shutDown();
 
     QCOMPARE(m_capture->texts(), (QStringList{QStringLiteral("still heard"), QStringLiteral("heard while off"),
-                                              QStringLiteral("LoggingMessages: no log file: cannot create the folder \"%1\"").arg(folder)}));
+                                              QStringLiteral("LoggingMessages: no log file: cannot create the folder \"%1\"").arg(QDir::toNativeSeparators(folder))}));
     QVERIFY(QFileInfo(blocker).isFile());
     QCOMPARE(QFileInfo(blocker).size(), qint64(13));
 }
@@ -455,7 +455,17 @@ void TestLoggingMessagesPlugin::fatalMessageIsInTheFileBeforeTheEnd()
 {
     QProcess child;
     child.setWorkingDirectory(m_folder->path());
-    child.start(QStringLiteral(LOGGING_FATAL_CHILD_PATH), {QStringLiteral(LOGGING_PLUGIN_PATH), m_folder->path()});
+    // The paths are made absolute here: under Wine they have no drive, and
+    // the child's working folder lies on another drive than the build.
+#ifdef Q_OS_WIN
+    // Qt's default handler writes to the debugger, not to a standard error
+    // that is no console, unless told otherwise.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_FORCE_STDERR_LOGGING"), QStringLiteral("1"));
+    child.setProcessEnvironment(environment);
+#endif
+    child.start(QFileInfo(QStringLiteral(LOGGING_FATAL_CHILD_PATH)).absoluteFilePath(),
+                {QFileInfo(QStringLiteral(LOGGING_PLUGIN_PATH)).absoluteFilePath(), m_folder->path()});
     QVERIFY(child.waitForFinished(30000));
     QCOMPARE(child.exitStatus(), QProcess::CrashExit);
 

@@ -1,0 +1,56 @@
+#!/usr/bin/env bash
+# CTest's runner for the Windows test programs of the cross build (the
+# toolchain's CMAKE_CROSSCOMPILING_EMULATOR): runs one Qt Test program under
+# Wine through wine-run.sh and passes its exit code on.
+#
+#   ctest-wine.sh TEST_EXE [TEST ARGUMENTS...]
+#
+# Each run gets a Wine prefix of its own, so the Windows user folders the
+# program and the application code under test use (AppData\Roaming,
+# AppData\Local, Downloads) start empty and are thrown away afterwards, as
+# the Linux sandbox's folders are. When KESTREL_WINEPREFIX names a prefix
+# (./test.sh --windows makes one for the whole run) it is the template that
+# each run copies, which is quicker than starting a new prefix; else
+# wine-run.sh starts a new one.
+#
+# A Qt Test program's console output does not reach the terminal under Wine:
+# the result goes to a file, printed afterwards.
+set -euo pipefail
+here=$(cd "$(dirname "$0")" && pwd)
+
+work=$(mktemp -d)
+cleanup() {
+    if [ -d "$work/prefix" ]; then
+        WINEPREFIX="$work/prefix" wineserver -k 2>/dev/null || true
+    fi
+    rm -rf "$work"
+}
+trap cleanup EXIT
+
+if [ -n "${KESTREL_WINEPREFIX:-}" ]; then
+    # Two runs at once (ctest -j) must not both set up the template.
+    (
+        flock 9
+        if [ ! -f "$KESTREL_WINEPREFIX/system.reg" ]; then
+            WINEPREFIX="$KESTREL_WINEPREFIX" WINEDEBUG=-all wineboot --init >/dev/null 2>&1 || true
+            WINEPREFIX="$KESTREL_WINEPREFIX" wineserver -w 2>/dev/null || true
+        fi
+    ) 9>"$KESTREL_WINEPREFIX/.ctest-wine.lock"
+    cp -a "$KESTREL_WINEPREFIX" "$work/prefix"
+    export KESTREL_WINEPREFIX="$work/prefix"
+fi
+
+# The test support refuses to use the Windows user folders without this: on
+# a real Windows machine they would be the user's own.
+export KESTREL_TEST_DISPOSABLE_PROFILE=1
+
+test_exe=$1
+shift
+status=0
+"$here/wine-run.sh" "$test_exe" -o "Z:${work//\//\\}\\result.txt,txt" "$@" || status=$?
+if [ -f "$work/result.txt" ]; then
+    cat "$work/result.txt"
+else
+    echo "ctest-wine.sh: $test_exe wrote no result (exit code $status)"
+fi
+exit "$status"
