@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Serves a local release feed for the Windows launcher test and runs the test
-# under Wine (scripts/windows/wine-run.sh): the fake yt-dlp.exe as the
+# under Wine (scripts/windows/ctest-wine.sh): the fake yt-dlp.exe as the
 # tool's release, its SHA2-256SUMS signed with a throw-away key, a runtime
 # archive holding the same program as deno.exe; and beside it the same
 # release signed by another key, and releases damaged in one way each.
@@ -99,11 +99,6 @@ export KESTREL_TEST_RUNTIME_FEED="$release_feed"
 export KESTREL_TEST_STRANGER_FEED="$stranger_feed"
 export KESTREL_TEST_KEYRING="Z:${work//\//\\}\\release-key.asc"
 
-# A test's own output does not reach Wine's terminal: it goes to a file,
-# shown also when the test hangs and is stopped.
 status=0
-timeout 480 "$root/scripts/windows/wine-run.sh" "$test_exe" -o "Z:${work//\//\\}\\result.txt,txt" "$@" \
-    || status=$?
-cat "$work/result.txt" 2>/dev/null || echo "run-with-feed.sh: the test wrote no result"
-[ "$status" != 124 ] || echo "run-with-feed.sh: the test did not end within 8 minutes"
+"$root/scripts/windows/ctest-wine.sh" "$test_exe" "$@" || status=$?
 exit "$status"
