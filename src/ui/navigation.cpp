@@ -10,7 +10,7 @@
 #include "formats/formattablemodel.h"
 #include "plugins/plugins.h"
 #include "ui/pagesizes.h"
-#include "ui/rowfit.h"
+#include "ui/rowfitter.h"
 #include "ui/visibility.h"
 
 #include <QCommandLineParser>
@@ -123,6 +123,7 @@ Navigation::Navigation(QWidget *parent)
 {
     ui->setupUi(this);
     applyFormFontWeights();
+    rowFitter = new RowFitter(ui->tableView);
 
     scaleValue = storedScale();
     activateMenuActions();
@@ -301,23 +302,10 @@ void Navigation::whenFormatsReceived()
     if (ui->tableView->styleSheet() != styleSheet)
         ui->tableView->setStyleSheet(styleSheet);
 
-    fitRowsToView();
+    rowFitter->fit();
 
     connect(ui->tableView, &QTableView::clicked, this, &Navigation::whenFormatPicked);
     connect(ui->tableView, &QTableView::doubleClicked, this, &Navigation::whenFormatPicked);
-}
-
-// Only the rows that fit are shown, so nothing scrolls.
-void Navigation::fitRowsToView()
-{
-    const QRect viewport = ui->tableView->viewport()->rect();
-    const std::optional<int> firstHidden =
-        firstHiddenRow(viewport.bottom() - viewport.top() + 1, ui->tableView->verticalHeader()->sectionSize(0));
-    if (!firstHidden)
-        return;
-    const int rowCount = ui->tableView->model()->rowCount();
-    for (int row = *firstHidden; row < rowCount; ++row)
-        ui->tableView->setRowHidden(row, true);
 }
 
 void Navigation::whenFormatPicked(const QModelIndex &index)

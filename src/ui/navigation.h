@@ -13,6 +13,7 @@ class QAction;
 class QCommandLineParser;
 class QMenu;
 class QModelIndex;
+class RowFitter;
 
 namespace Ui {
 class Navigation;
@@ -69,7 +70,6 @@ private:
     void showProgress(int value);
     void showDownloadCompleted();
     void whenToolUpdated(QProcess::ExitStatus status);
-    void fitRowsToView();
 
     void activateMenuActions();
     void whenMenuTriggered(QAction *action);
@@ -82,6 +82,8 @@ private:
     QCommandLineParser *commandLine = nullptr;
     QWidget *returnPage = nullptr;
     unsigned int scaleValue = 100;
+    // Shows only the format table's rows that fit; owned by the table.
+    RowFitter *rowFitter = nullptr;
 
     QPointer<QMenu> contextMenu;
     QAction *updateAction = nullptr;

@@ -23,6 +23,8 @@
 #include <QSettings>
 #include <QSignalSpy>
 #include <QStackedWidget>
+#include <QStyle>
+#include <QStyleFactory>
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QScopeGuard>
@@ -55,6 +57,46 @@ const QString listing = QStringLiteral(
     "22  mp4  1280x720    30 | ~ 28.11MiB 1245k https | avc1.64001F       mp4a.40.2  192k\n"
     "137 mp4  1920x1080   30 |  107.20MiB 4752k https | avc1.640028  4752k video only\n"
     "248 webm 1920x1080   30 |   80.50MiB 3568k https | vp9          3568k video only\n");
+
+// Eleven formats, the most a list offers: more rows than the table has room
+// for up to a scale of 125 %.
+QString manyFormats()
+{
+    QString many = QStringLiteral("ID EXT RESOLUTION | SIZE\n---\n");
+    for (int id = 1; id <= 11; ++id)
+        many += QStringLiteral("%1 mp4 %2x%2 | %3.00MiB\n").arg(id).arg(id * 100).arg(id * 10);
+    return many;
+}
+
+// The rows of the table that the fit rule keeps for its viewport as it is now.
+int rowsThatFit(const QTableView *table)
+{
+    return firstHiddenRow(table->viewport()->height(), table->verticalHeader()->sectionSize(0)).value_or(-1);
+}
+
+// The rows shown are exactly those that fit the table's viewport as it is now.
+void verifyRowFit(const QTableView *table)
+{
+    const int viewport = table->viewport()->height();
+    const int rowHeight = table->verticalHeader()->sectionSize(0);
+    const QString measures = QStringLiteral("viewport %1, rows %2").arg(viewport).arg(rowHeight);
+    QVERIFY2(rowHeight > 0, qPrintable(measures));
+    const int firstHidden = rowsThatFit(table);
+    const int rowCount = table->model()->rowCount();
+    QVERIFY2(firstHidden < rowCount, qPrintable(measures));
+    for (int row = 0; row < rowCount; ++row)
+        QVERIFY2(table->isRowHidden(row) == (row >= firstHidden),
+                 qPrintable(QStringLiteral("row %1 of %2 shown: %3").arg(row).arg(firstHidden).arg(measures)));
+}
+
+// Lets the window finish what it has queued: the page's new layout once its
+// busy bar is gone, the table's new header and rows after a font or style
+// change.
+void settle()
+{
+    QCoreApplication::sendPostedEvents();
+    QCoreApplication::processEvents();
+}
 
 // Lets tests reach the number of connections of a view's signal.
 class ConnectionCounter : public QTableView
@@ -120,6 +162,10 @@ private slots:
     void rowFitRule();
     void rowsThatDoNotFitAreHidden_data();
     void rowsThatDoNotFitAreHidden();
+    void rowFitFollowsTheTableStyle();
+    void rowFitFollowsTheApplicationStyle();
+    void rowFitFollowsTheTableFont();
+    void rowFitFollowsTheDisplayScale();
     void openFolderAndSiteButtons();
     void menuWithoutPlugins();
     void damagedScaleSettingIsIgnored_data();
@@ -137,6 +183,7 @@ private:
     void pickRow(int row, int column = 2) { m_driver->pickRow(row, column); }
     QString recordFile() const { return m_driver->recordFile(); }
     void reachFormats(const QString &output = listing);
+    QTableView *reachManyFormats();
 
     QTemporaryDir m_work;
     std::unique_ptr<WindowDriver> m_driver;
@@ -171,6 +218,14 @@ void TestNavigationFlow::reachFormats(const QString &output)
     useScenario(FakeTool::Kind::metadata(), printing(QStringLiteral("Kestrel Test Clip (1080p)\n3:05\n")));
     useScenario(FakeTool::Kind::formats(), printing(output));
     QVERIFY(m_driver->reachFormats());
+}
+
+QTableView *TestNavigationFlow::reachManyFormats()
+{
+    reachFormats(manyFormats());
+    settle();
+    auto *table = widget<QTableView>("tableView");
+    return QTest::currentTestFailed() ? nullptr : table;
 }
 
 void TestNavigationFlow::startsOnTheStartPage()
@@ -620,18 +675,78 @@ void TestNavigationFlow::rowsThatDoNotFitAreHidden()
         font.setPixelSize(applicationFontPixels);
         QApplication::setFont(font);
     }
-    QString many = QStringLiteral("ID EXT RESOLUTION | SIZE\n---\n");
-    for (int id = 1; id <= 11; ++id)
-        many += QStringLiteral("%1 mp4 %2x%2 | %3.00MiB\n").arg(id).arg(id * 100).arg(id * 10);
-    reachFormats(many);
-    auto *table = widget<QTableView>("tableView");
-    const int viewport = table->viewport()->rect().height();
-    const int rowHeight = table->verticalHeader()->sectionSize(0);
-    QVERIFY(rowHeight > 0);
-    const int firstHidden = *firstHiddenRow(viewport, rowHeight);
-    QVERIFY2(firstHidden < 11, qPrintable(QStringLiteral("%1 / %2").arg(viewport).arg(rowHeight)));
-    for (int row = 0; row < 11; ++row)
-        QCOMPARE(table->isRowHidden(row), row >= firstHidden);
+    QTableView *table = reachManyFormats();
+    QVERIFY(table);
+    verifyRowFit(table);
+}
+
+// The Windows style draws the header and the frame at other sizes than
+// Fusion does: a style that takes effect after the list is shown moves the
+// viewport.
+void TestNavigationFlow::rowFitFollowsTheTableStyle()
+{
+    QTableView *table = reachManyFormats();
+    QVERIFY(table);
+    const int viewportBefore = table->viewport()->height();
+    QStyle *windows = QStyleFactory::create(QStringLiteral("Windows"));
+    QVERIFY(windows);
+    windows->setParent(table);
+    table->setStyle(windows);
+    settle();
+    QVERIFY(table->viewport()->height() != viewportBefore);
+    verifyRowFit(table);
+}
+
+void TestNavigationFlow::rowFitFollowsTheApplicationStyle()
+{
+    QTableView *table = reachManyFormats();
+    QVERIFY(table);
+    const int viewportBefore = table->viewport()->height();
+    const QString original = QApplication::style()->name();
+    const auto restoreStyle = qScopeGuard([&original] { QApplication::setStyle(original); });
+    QApplication::setStyle(QStringLiteral("Windows"));
+    settle();
+    QVERIFY(table->viewport()->height() != viewportBefore);
+    verifyRowFit(table);
+}
+
+// Another font size changes the height of the rows: taller rows push the last
+// ones out, and once they are back to their height those rows show again.
+void TestNavigationFlow::rowFitFollowsTheTableFont()
+{
+    QTableView *table = reachManyFormats();
+    QVERIFY(table);
+    const QString ownStyleSheet = table->styleSheet();
+    const int shownBefore = rowsThatFit(table);
+    table->setStyleSheet(ownStyleSheet + QStringLiteral("QTableView { font-size: 24px; }"));
+    settle();
+    QVERIFY2(rowsThatFit(table) < shownBefore, qPrintable(QString::number(shownBefore)));
+    verifyRowFit(table);
+    if (QTest::currentTestFailed())
+        return;
+
+    table->setStyleSheet(ownStyleSheet);
+    settle();
+    QCOMPARE(rowsThatFit(table), shownBefore);
+    verifyRowFit(table);
+}
+
+// A larger scale makes the window, and so the viewport, taller: rows hidden
+// before now fit.
+void TestNavigationFlow::rowFitFollowsTheDisplayScale()
+{
+    QTableView *table = reachManyFormats();
+    QVERIFY(table);
+    const int shownBefore = rowsThatFit(table);
+    auto *stack = widget<QStackedWidget>("stackedWidget");
+    {
+        MenuDriver menu({QStringLiteral("Change Scale Size"), QStringLiteral("125%")});
+        QTest::mousePress(stack, Qt::RightButton, {}, stack->rect().center());
+    }
+    settle();
+    QCOMPARE(window()->scale(), 125u);
+    QVERIFY2(rowsThatFit(table) > shownBefore, qPrintable(QString::number(shownBefore)));
+    verifyRowFit(table);
 }
 
 void TestNavigationFlow::openFolderAndSiteButtons()

@@ -1,0 +1,57 @@
+#include "rowfitter.h"
+
+#include "ui/rowfit.h"
+
+#include <QHeaderView>
+#include <QResizeEvent>
+#include <QScopedValueRollback>
+#include <QTableView>
+
+RowFitter::RowFitter(QTableView *view)
+    : QObject(view)
+    , table(view)
+{
+    table->viewport()->installEventFilter(this);
+    connect(table->verticalHeader(), &QHeaderView::sectionResized, this, &RowFitter::whenRowResized);
+}
+
+void RowFitter::fit()
+{
+    if (fitting || !table->model())
+        return;
+    const QScopedValueRollback<bool> busy(fitting, true);
+    const std::optional<int> firstHidden = firstHiddenRow(table->viewport()->height(), measuredRowHeight());
+    if (!firstHidden)
+        return;
+    const int rowCount = table->model()->rowCount();
+    for (int row = 0; row < rowCount; ++row)
+        table->setRowHidden(row, row >= *firstHidden);
+}
+
+bool RowFitter::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == table->viewport() && event->type() == QEvent::Resize) {
+        const auto *resize = static_cast<QResizeEvent *>(event);
+        if (resize->size().height() != resize->oldSize().height())
+            fit();
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+// Every row of the list has the first row's height, so only its changes
+// count. The header reports them before it has taken the new heights, and a
+// row hidden meanwhile would upset its count: the fit waits until it is done.
+// The fit's own hiding and showing is no change.
+void RowFitter::whenRowResized(int row)
+{
+    if (row == 0 && !fitting)
+        QMetaObject::invokeMethod(this, &RowFitter::fit, Qt::QueuedConnection);
+}
+
+// A hidden row measures 0: the first row shows while it is measured, and the
+// fit hides it again when not even it fits.
+int RowFitter::measuredRowHeight() const
+{
+    table->setRowHidden(0, false);
+    return table->verticalHeader()->sectionSize(0);
+}
