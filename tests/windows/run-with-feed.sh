@@ -98,6 +98,7 @@ export KESTREL_TEST_TOOL_FEED="$release_feed"
 export KESTREL_TEST_RUNTIME_FEED="$release_feed"
 export KESTREL_TEST_STRANGER_FEED="$stranger_feed"
 export KESTREL_TEST_KEYRING="Z:${work//\//\\}\\release-key.asc"
+export KESTREL_TEST_FEED_LOG="Z:${work//\//\\}\\release.log"
 
 status=0
 "$root/scripts/windows/ctest-wine.sh" "$test_exe" "$@" || status=$?

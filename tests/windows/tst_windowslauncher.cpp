@@ -63,6 +63,18 @@ int forcedKillExitCode()
     return plain.waitForFinished(runTimeoutMs) && plain.exitStatus() == QProcess::NormalExit ? plain.exitCode() : -1;
 }
 
+QByteArray readFile(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool writeFile(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
 bool processHasEnded(quint32 pid, int withinMs)
 {
     const HANDLE process = OpenProcess(SYNCHRONIZE, FALSE, DWORD(pid));
@@ -107,9 +119,11 @@ private slots:
     void endOfTheApplicationEndsTheTree();
     void applicationAlreadyGoneRunsNothing();
     void runsAreLogged();
+    void upgradedApplicationBringsFreshCopies();
 
     void updateInstallsVerifiedToolAndRuntime();
     void normalRunUsesTheManagedCopies();
+    void twoUpdatesAtOnceInstallOnce();
     void badReleaseIsRefusedAsACrash_data();
     void badReleaseIsRefusedAsACrash();
 
@@ -168,10 +182,7 @@ void TestWindowsLauncher::outputBytesPassThroughUnchanged()
     for (int i = 0; i < 4096; ++i)
         bytes += char(i % 256);
     const QString bytesFile = m_root->filePath(QStringLiteral("bytes"));
-    QFile file(bytesFile);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-    file.close();
+    QVERIFY(writeFile(bytesFile, bytes));
     QProcessEnvironment environment = m_environment;
     environment.insert(QStringLiteral("FAKE_BEHAVIOUR"), QStringLiteral("bytes"));
     environment.insert(QStringLiteral("FAKE_BYTES_FILE"), QDir::toNativeSeparators(bytesFile));
@@ -289,11 +300,39 @@ void TestWindowsLauncher::runsAreLogged()
     environment.insert(QStringLiteral("FAKE_BEHAVIOUR"), QStringLiteral("exit:2"));
     const std::unique_ptr<QProcess> run = start({QStringLiteral("https://youtu.be/k")}, environment);
     QVERIFY(run->waitForFinished(runTimeoutMs));
-    QFile log(dataPath(QStringLiteral("kestreldl2.log")));
-    QVERIFY(log.open(QIODevice::ReadOnly));
-    const QByteArray text = log.readAll();
+    const QByteArray text = readFile(dataPath(QStringLiteral("kestreldl2.log")));
     QVERIFY2(text.contains("fake yt-dlp: done\n"), text.constData());
     QVERIFY2(text.contains(" end: exit code 2\n"), text.constData());
+}
+
+void TestWindowsLauncher::upgradedApplicationBringsFreshCopies()
+{
+    // The upgraded application's launcher and ffmpeg.exe differ from the
+    // data folder's copies; the launcher being the running program.
+    const QString application = m_root->filePath(QStringLiteral("application"));
+    QVERIFY(QDir().mkpath(application));
+    QFile launcherFile(launcher());
+    QVERIFY(launcherFile.open(QIODevice::ReadOnly));
+    // Bytes after a program's image do not change how it runs.
+    const QByteArray upgradedLauncher = launcherFile.readAll() + QByteArray("upgraded");
+    launcherFile.close();
+    QVERIFY(writeFile(application + QStringLiteral("/kestreldl2.exe"), upgradedLauncher));
+    QVERIFY(QFile::copy(fakeTool(), application + QStringLiteral("/ffmpeg.exe")));
+    QVERIFY(writeFile(dataPath(QStringLiteral("ffmpeg.exe")), "last year's ffmpeg"));
+
+    QProcessEnvironment environment = m_environment;
+    environment.insert(QStringLiteral("KESTREL_APP_DIR"), QDir::toNativeSeparators(application));
+    const std::unique_ptr<QProcess> run = start({QStringLiteral("https://youtu.be/k")}, environment);
+    QVERIFY(run->waitForFinished(runTimeoutMs));
+    QCOMPARE(run->exitCode(), 0);
+    QCOMPARE(readFile(launcher()), upgradedLauncher);
+    QCOMPARE(readFile(dataPath(QStringLiteral("ffmpeg.exe"))), readFile(fakeTool()));
+
+    // The fresh launcher does the next run.
+    const std::unique_ptr<QProcess> next = start({QStringLiteral("https://youtu.be/k")}, environment);
+    QVERIFY(next->waitForFinished(runTimeoutMs));
+    QCOMPARE(next->exitCode(), 0);
+    QCOMPARE(next->readAllStandardOutput(), launcherFlags + "https://youtu.be/k\n");
 }
 
 bool TestWindowsLauncher::feedGiven() const
@@ -333,10 +372,7 @@ void TestWindowsLauncher::updateInstallsVerifiedToolAndRuntime()
     QCOMPARE(run->readAllStandardOutput(),
              QByteArray("installed yt-dlp.exe 2026.11.20; installed 2026.11.20\n"));
 
-    QFile fake(fakeTool());
-    QFile installed(dataPath(QStringLiteral("yt-dlp.exe")));
-    QVERIFY(fake.open(QIODevice::ReadOnly) && installed.open(QIODevice::ReadOnly));
-    QCOMPARE(installed.readAll(), fake.readAll());
+    QCOMPARE(readFile(dataPath(QStringLiteral("yt-dlp.exe"))), readFile(fakeTool()));
     QVERIFY(QFile::exists(dataPath(QStringLiteral("deno.exe"))));
     QCOMPARE(scratchLeftovers(), QStringList());
 }
@@ -353,6 +389,26 @@ void TestWindowsLauncher::normalRunUsesTheManagedCopies()
     QCOMPARE(QString::fromUtf8(run->readAllStandardOutput()),
              QString::fromUtf8(launcherFlags) + QStringLiteral("--js-runtimes\ndeno:") + deno
                  + QStringLiteral("\n--get-title\nhttps://youtu.be/k\n"));
+}
+
+void TestWindowsLauncher::twoUpdatesAtOnceInstallOnce()
+{
+    QVERIFY2(feedGiven(), "run through tests/windows/run-with-feed.sh");
+    const QString feedLog = qEnvironmentVariable("KESTREL_TEST_FEED_LOG");
+    const auto toolDownloads = [&feedLog] { return readFile(feedLog).count("GET yt-dlp.exe\n"); };
+    const qsizetype before = toolDownloads();
+
+    const QProcessEnvironment environment = feedEnvironment("KESTREL_TEST_TOOL_FEED");
+    const std::unique_ptr<QProcess> first = start({QStringLiteral("--update")}, environment);
+    const std::unique_ptr<QProcess> second = start({QStringLiteral("--update")}, environment);
+    QVERIFY(first->waitForFinished(runTimeoutMs) && second->waitForFinished(runTimeoutMs));
+    QCOMPARE(first->exitStatus(), QProcess::NormalExit);
+    QCOMPARE(first->exitCode(), 0);
+    QCOMPARE(second->exitStatus(), QProcess::NormalExit);
+    QCOMPARE(second->exitCode(), 0);
+    QCOMPARE(toolDownloads() - before, qsizetype(1));
+    QCOMPARE(readFile(dataPath(QStringLiteral("yt-dlp.exe"))), readFile(fakeTool()));
+    QCOMPARE(scratchLeftovers(), QStringList());
 }
 
 void TestWindowsLauncher::badReleaseIsRefusedAsACrash_data()
