@@ -205,15 +205,23 @@ std::string describeEnd(int status)
     return text;
 }
 
+void endNow(DWORD code)
+{
+    // Not ExitProcess(): a refresh beside the run may hold a lock of the
+    // C run-time that the exit routines would wait for; nothing of the
+    // launcher's is buffered.
+    TerminateProcess(GetCurrentProcess(), code);
+    ExitProcess(code);
+}
+
 void endAsCrash()
 {
-    TerminateProcess(GetCurrentProcess(), abortCode);
-    ExitProcess(abortCode);
+    endNow(abortCode);
 }
 
 void exitLike(int status)
 {
-    ExitProcess(DWORD(status));
+    endNow(DWORD(status));
 }
 
 } // namespace Launcher

@@ -98,14 +98,14 @@ void endRunOnStop()
     const HANDLE parent = openOlderProcess(application ? application : parentProcessId());
     if (!parent) {
         if (application)
-            ExitProcess(1);
+            endNow(1);
         return;
     }
     // Ending the process closes the handle of the tool's job, which kills the
     // tool and everything it started.
     std::thread([parent] {
         WaitForSingleObject(parent, INFINITE);
-        ExitProcess(1);
+        endNow(1);
     }).detach();
 }
 

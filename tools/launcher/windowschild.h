@@ -49,6 +49,9 @@ struct ChildPipe
 };
 bool createChildPipe(ChildPipe *pipe);
 
+// Ends the launcher at once with exit code code.
+[[noreturn]] void endNow(DWORD code);
+
 // The null device, opened for access, as a handle a child may inherit.
 HANDLE nullDevice(DWORD access);
 
