@@ -124,6 +124,7 @@ private slots:
     void updateInstallsVerifiedToolAndRuntime();
     void normalRunUsesTheManagedCopies();
     void twoUpdatesAtOnceInstallOnce();
+    void newEnoughSystemRuntimeIsUsed();
     void badReleaseIsRefusedAsACrash_data();
     void badReleaseIsRefusedAsACrash();
 
@@ -271,7 +272,9 @@ void TestWindowsLauncher::endOfTheApplicationEndsTheTree()
     const std::unique_ptr<QProcess> run = startTree(environment, &pids);
     QCOMPARE(pids.size(), 2);
 
-    application.kill();
+    // The application ended the hardest way there is.
+    QProcess::execute(QStringLiteral("taskkill"),
+                      {QStringLiteral("/PID"), QString::number(application.processId()), QStringLiteral("/F")});
     QVERIFY(application.waitForFinished());
     QVERIFY(run->waitForFinished(runTimeoutMs));
     QCOMPARE(run->exitCode(), 1);
@@ -409,6 +412,31 @@ void TestWindowsLauncher::twoUpdatesAtOnceInstallOnce()
     QCOMPARE(toolDownloads() - before, qsizetype(1));
     QCOMPARE(readFile(dataPath(QStringLiteral("yt-dlp.exe"))), readFile(fakeTool()));
     QCOMPARE(scratchLeftovers(), QStringList());
+}
+
+void TestWindowsLauncher::newEnoughSystemRuntimeIsUsed()
+{
+    QVERIFY2(feedGiven(), "run through tests/windows/run-with-feed.sh");
+    // A node.exe on PATH that reports a version new enough for the tool.
+    const QString bin = m_root->filePath(QStringLiteral("bin"));
+    QVERIFY(QDir().mkpath(bin));
+    QVERIFY(QFile::copy(fakeTool(), bin + QStringLiteral("/node.exe")));
+    QProcessEnvironment environment = feedEnvironment("KESTREL_TEST_TOOL_FEED");
+    environment.insert(QStringLiteral("PATH"), QDir::toNativeSeparators(bin) + QLatin1Char(';')
+                                                    + environment.value(QStringLiteral("PATH")));
+    environment.insert(QStringLiteral("FAKE_VERSION"), QStringLiteral("v22.11.0"));
+
+    const std::unique_ptr<QProcess> update = start({QStringLiteral("--update")}, environment);
+    QVERIFY(update->waitForFinished(runTimeoutMs));
+    QCOMPARE(update->exitCode(), 0);
+    QCOMPARE(update->readAllStandardOutput(), QByteArray("installed yt-dlp.exe v22.11.0\n"));
+    QVERIFY(!QFile::exists(dataPath(QStringLiteral("deno.exe"))));
+
+    const std::unique_ptr<QProcess> run = start({QStringLiteral("https://youtu.be/k")}, environment);
+    QVERIFY(run->waitForFinished(runTimeoutMs));
+    QCOMPARE(QString::fromUtf8(run->readAllStandardOutput()),
+             QString::fromUtf8(launcherFlags) + QStringLiteral("--js-runtimes\nnode:")
+                 + QDir::toNativeSeparators(bin) + QStringLiteral("/node.exe\nhttps://youtu.be/k\n"));
 }
 
 void TestWindowsLauncher::badReleaseIsRefusedAsACrash_data()
