@@ -62,7 +62,7 @@ cmake --install build-windows --prefix build-windows/stage >/dev/null
 prefix=$(mktemp -d)
 trap 'WINEPREFIX="$prefix" wineserver -k 2>/dev/null || true; rm -rf "$prefix"' EXIT
 export WINEPREFIX="$prefix" WINEDEBUG=-all
-wineboot --init >/dev/null 2>&1 || true
+scripts/windows/new-wine-prefix.sh
 scripts/windows/start-headless.sh build-windows/stage/kestrel-downloader.exe
 users="$prefix/drive_c/users/$(id -un)"
 # The first start copies the launcher and ffmpeg.exe from beside the program

@@ -30,7 +30,7 @@ trap 'WINEPREFIX="$prefix" wineserver -k 2>/dev/null || true; rm -rf "$prefix"' 
 # Wine's menu builder would turn the installer's shortcuts into entries of
 # this machine's own desktop menu.
 export WINEPREFIX="$prefix" WINEDEBUG=-all WINEDLLOVERRIDES="winemenubuilder.exe=d"
-wineboot --init >/dev/null 2>&1 || true
+"$here/new-wine-prefix.sh"
 
 # NSIS takes /D= and _?= only as the last argument and unquoted, and Wine
 # quotes an argument with a space in it: the folder has none.

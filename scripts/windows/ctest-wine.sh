@@ -31,10 +31,7 @@ if [ -n "${KESTREL_WINEPREFIX:-}" ]; then
     # Two runs at once (ctest -j) must not both set up the template.
     (
         flock 9
-        if [ ! -f "$KESTREL_WINEPREFIX/system.reg" ]; then
-            WINEPREFIX="$KESTREL_WINEPREFIX" WINEDEBUG=-all wineboot --init >/dev/null 2>&1 || true
-            WINEPREFIX="$KESTREL_WINEPREFIX" wineserver -w 2>/dev/null || true
-        fi
+        WINEPREFIX="$KESTREL_WINEPREFIX" "$here/new-wine-prefix.sh"
     ) 9>"$KESTREL_WINEPREFIX/.ctest-wine.lock"
     cp -a "$KESTREL_WINEPREFIX" "$work/prefix"
     export KESTREL_WINEPREFIX="$work/prefix"

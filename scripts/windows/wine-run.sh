@@ -27,9 +27,7 @@ else
     export WINEPREFIX
     trap 'wineserver -k 2>/dev/null || true; rm -rf "$WINEPREFIX"' EXIT
 fi
-if [ ! -f "$WINEPREFIX/system.reg" ]; then
-    wineboot --init >/dev/null 2>&1 || true
-fi
+"$here/new-wine-prefix.sh"
 status=0
 wine "$@" || status=$?
 exit "$status"
