@@ -10,8 +10,8 @@
 # AppData\Local, Downloads) start empty and are thrown away afterwards, as
 # the Linux sandbox's folders are. When KESTREL_WINEPREFIX names a prefix
 # (./test.sh --windows makes one for the whole run) it is the template that
-# each run copies, which is quicker than starting a new prefix; else
-# wine-run.sh starts a new one.
+# each run copies, which is quicker than starting a new prefix; else the run
+# starts a new one.
 #
 # A Qt Test program's console output does not reach the terminal under Wine:
 # the result goes to a file, printed afterwards.
@@ -27,15 +27,34 @@ cleanup() {
 }
 trap cleanup EXIT
 
+prefix="$work/prefix"
 if [ -n "${KESTREL_WINEPREFIX:-}" ]; then
     # Two runs at once (ctest -j) must not both set up the template.
     (
         flock 9
         WINEPREFIX="$KESTREL_WINEPREFIX" "$here/new-wine-prefix.sh"
     ) 9>"$KESTREL_WINEPREFIX/.ctest-wine.lock"
-    cp -a "$KESTREL_WINEPREFIX" "$work/prefix"
-    export KESTREL_WINEPREFIX="$work/prefix"
+    cp -a "$KESTREL_WINEPREFIX" "$prefix"
+else
+    WINEPREFIX="$prefix" WINEDEBUG=-all wineboot --init >/dev/null 2>&1 || true
+    WINEPREFIX="$prefix" wineserver -w 2>/dev/null || true
 fi
+export KESTREL_WINEPREFIX="$prefix"
+
+# Wine links the profile's Desktop, Documents, Downloads, Music, Pictures and
+# Videos to the Linux home folder (or its XDG user folders), and links them
+# again whenever a program asks for one that is an empty folder. The tests
+# write into Downloads and empty the application's files there, so the links
+# go to a home folder of this run instead: nothing of a run reaches the home
+# folder of the machine.
+export HOME="$work/home" XDG_CONFIG_HOME="$work/home/.config"
+mkdir -p "$XDG_CONFIG_HOME"
+for link in "$prefix"/drive_c/users/*/*; do
+    if [ -L "$link" ]; then
+        rm "$link"
+        mkdir "$link"
+    fi
+done
 
 # The test support refuses to use the Windows user folders without this: on
 # a real Windows machine they would be the user's own.

@@ -11,6 +11,10 @@
 
 namespace {
 
+// The tool files beside the executable, by this system's names.
+const QString toolFile = QStringLiteral("kestreldl2" KESTREL_EXECUTABLE_SUFFIX);
+const QString ffmpegFile = QStringLiteral("ffmpeg" KESTREL_EXECUTABLE_SUFFIX);
+
 QByteArray readFile(const QString &path)
 {
     QFile file(path);
@@ -33,8 +37,8 @@ public:
     SetupRun()
     {
         app.addRecordingPlugin(QStringLiteral("updater"), QStringLiteral("Updater"));
-        app.addFile(QStringLiteral("kestreldl2"), "tool v1");
-        app.addFile(QStringLiteral("ffmpeg"), "ffmpeg v1");
+        app.addFile(toolFile, "tool v1");
+        app.addFile(ffmpegFile, "ffmpeg v1");
     }
 
     AppInstallation::Run start() const
@@ -82,11 +86,11 @@ void TestFileSetup::firstRunCopiesBothTools()
     SetupRun setup;
     const AppInstallation::Run run = setup.start();
     const QString data = setup.sandbox.dataFolder();
-    QCOMPARE(readFile(data + QStringLiteral("/kestreldl2")), QByteArray("tool v1"));
-    QCOMPARE(readFile(data + QStringLiteral("/ffmpeg")), QByteArray("ffmpeg v1"));
+    QCOMPARE(readFile(data + QLatin1Char('/') + toolFile), QByteArray("tool v1"));
+    QCOMPARE(readFile(data + QLatin1Char('/') + ffmpegFile), QByteArray("ffmpeg v1"));
     QVERIFY(run.logLines.contains(QStringLiteral("OK: data dir %1").arg(data)));
-    const qsizetype tool = run.logLines.indexOf(QStringLiteral("kestreldl2 copy to: %1/kestreldl2").arg(data));
-    const qsizetype ffmpeg = run.logLines.indexOf(QStringLiteral("ffmpeg copy to: %1/ffmpeg").arg(data));
+    const qsizetype tool = run.logLines.indexOf(QStringLiteral("%1 copy to: %2/%1").arg(toolFile, data));
+    const qsizetype ffmpeg = run.logLines.indexOf(QStringLiteral("%1 copy to: %2/%1").arg(ffmpegFile, data));
     QVERIFY(tool >= 0);
     QVERIFY(ffmpeg > tool);
 }
@@ -95,22 +99,22 @@ void TestFileSetup::secondRunCopiesNothing()
 {
     SetupRun setup;
     setup.start();
-    setup.app.addFile(QStringLiteral("kestreldl2"), "tool v2, newer and larger");
-    setup.app.addFile(QStringLiteral("ffmpeg"), "ffmpeg v2, newer and larger");
+    setup.app.addFile(toolFile, "tool v2, newer and larger");
+    setup.app.addFile(ffmpegFile, "ffmpeg v2, newer and larger");
     const AppInstallation::Run second = setup.start();
-    QCOMPARE(readFile(setup.sandbox.dataFolder() + QStringLiteral("/kestreldl2")), QByteArray("tool v1"));
-    QCOMPARE(readFile(setup.sandbox.dataFolder() + QStringLiteral("/ffmpeg")), QByteArray("ffmpeg v1"));
+    QCOMPARE(readFile(setup.sandbox.dataFolder() + QLatin1Char('/') + toolFile), QByteArray("tool v1"));
+    QCOMPARE(readFile(setup.sandbox.dataFolder() + QLatin1Char('/') + ffmpegFile), QByteArray("ffmpeg v1"));
     QCOMPARE(second.logLinesContaining(QStringLiteral("copy to:")), QStringList());
 }
 
 void TestFileSetup::damagedCopyIsKept()
 {
     SetupRun setup;
-    writeFile(setup.sandbox.dataFolder() + QStringLiteral("/kestreldl2"), QByteArray());
-    writeFile(setup.sandbox.dataFolder() + QStringLiteral("/ffmpeg"), "\x00\x01garbage");
+    writeFile(setup.sandbox.dataFolder() + QLatin1Char('/') + toolFile, QByteArray());
+    writeFile(setup.sandbox.dataFolder() + QLatin1Char('/') + ffmpegFile, "\x00\x01garbage");
     const AppInstallation::Run run = setup.start();
-    QCOMPARE(readFile(setup.sandbox.dataFolder() + QStringLiteral("/kestreldl2")), QByteArray());
-    QCOMPARE(readFile(setup.sandbox.dataFolder() + QStringLiteral("/ffmpeg")), QByteArray("\x00\x01garbage"));
+    QCOMPARE(readFile(setup.sandbox.dataFolder() + QLatin1Char('/') + toolFile), QByteArray());
+    QCOMPARE(readFile(setup.sandbox.dataFolder() + QLatin1Char('/') + ffmpegFile), QByteArray("\x00\x01garbage"));
     QCOMPARE(run.logLinesContaining(QStringLiteral("copy to:")), QStringList());
 }
 
@@ -119,14 +123,14 @@ void TestFileSetup::missingToolIsReported()
     TestSandbox sandbox;
     AppInstallation app;
     app.addRecordingPlugin(QStringLiteral("updater"), QStringLiteral("Updater"));
-    app.addFile(QStringLiteral("ffmpeg"), "ffmpeg v1");
+    app.addFile(ffmpegFile, "ffmpeg v1");
     const AppInstallation::Run run = app.run(sandbox, {}, {QStringLiteral("quit-on-check")});
     QVERIFY(run.finished);
     const QRegularExpression warning(QStringLiteral("^\\[\\d+\\] void checkAndSetupFiles\\(\\) : WARNING: No file in: \"%1\"$")
-                                         .arg(QRegularExpression::escape(app.folder() + QStringLiteral("/kestreldl2"))));
+                                         .arg(QRegularExpression::escape(app.folder() + QLatin1Char('/') + toolFile)));
     QCOMPARE(run.logLines.filter(warning).size(), 1);
-    QVERIFY(!QFile::exists(sandbox.dataFolder() + QStringLiteral("/kestreldl2")));
-    QVERIFY(QFile::exists(sandbox.dataFolder() + QStringLiteral("/ffmpeg")));
+    QVERIFY(!QFile::exists(sandbox.dataFolder() + QLatin1Char('/') + toolFile));
+    QVERIFY(QFile::exists(sandbox.dataFolder() + QLatin1Char('/') + ffmpegFile));
 }
 
 void TestFileSetup::firstRunWritesVersionKeys()

@@ -24,7 +24,7 @@ const Library libraries[] = {
 
 QString logFile(const TestSandbox &sandbox)
 {
-    return sandbox.dataFolder() + QStringLiteral("/kestrel-downloader.log");
+    return sandbox.localDataFolder() + QStringLiteral("/kestrel-downloader.log");
 }
 
 QString readText(const QString &path)
@@ -63,7 +63,7 @@ void TestPluginLibraries::startsWithAllOrAllButOne()
 {
     QFETCH(QString, missing);
     TestSandbox sandbox;
-    QDir().mkpath(sandbox.dataFolder());
+    QDir().mkpath(sandbox.localDataFolder());
     {
         QSettings settings(sandbox.settingsFile(), QSettings::IniFormat);
         // Nothing listens on the discard port: the check fails at once.
@@ -73,12 +73,12 @@ void TestPluginLibraries::startsWithAllOrAllButOne()
     AppInstallation app;
     for (const Library &library : libraries) {
         if (missing != QLatin1String(library.name))
-            app.addCopyOf(QString::fromLocal8Bit(library.builtFile), QStringLiteral("%1.so").arg(QLatin1String(library.name)));
+            app.addCopyOf(QString::fromLocal8Bit(library.builtFile), QStringLiteral("%1" KESTREL_MODULE_SUFFIX).arg(QLatin1String(library.name)));
     }
 
     // The update check is the last step of start-up; when the updater is
     // missing, its load error is.
-    const QString lastStep = missing == QStringLiteral("Updater") ? QStringLiteral("Updater.so\" load error:")
+    const QString lastStep = missing == QStringLiteral("Updater") ? QStringLiteral("Updater" KESTREL_MODULE_SUFFIX "\" load error:")
                                                                     : QStringLiteral("Could not reach the update server");
     const AppInstallation::Run run = app.runUntilLogged(sandbox, {}, lastStep);
     QVERIFY2(!run.finished, qPrintable(run.logLines.join(QLatin1Char('\n'))));
@@ -89,7 +89,7 @@ void TestPluginLibraries::startsWithAllOrAllButOne()
         QCOMPARE(loadErrors, QStringList());
     } else {
         QCOMPARE(loadErrors.size(), 1);
-        QVERIFY(loadErrors.first().contains(QStringLiteral("/%1.so\" load error:").arg(missing)));
+        QVERIFY(loadErrors.first().contains(QStringLiteral("/%1" KESTREL_MODULE_SUFFIX "\" load error:").arg(missing)));
     }
 
     // Each line reaches the console once, and the log file once.

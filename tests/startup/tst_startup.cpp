@@ -7,11 +7,6 @@
 
 namespace {
 
-const QString localDataFolder(const TestSandbox &sandbox)
-{
-    return sandbox.home() + QStringLiteral("/.local/share/Halvard Software/Kestrel Downloader");
-}
-
 QStringList withoutWindowRecords(const QStringList &calls)
 {
     QStringList result;
@@ -55,7 +50,7 @@ void TestStartup::pluginCallsInStartAndShutdownOrder()
     QVERIFY(run.finished);
     QCOMPARE(run.exitCode, 0);
     QCOMPARE(withoutWindowRecords(run.calls), (QStringList{
-                                                   QStringLiteral("LoggingMessages.setUp|%1|settings.ini").arg(localDataFolder(sandbox)),
+                                                   QStringLiteral("LoggingMessages.setUp|%1|settings.ini").arg(sandbox.localDataFolder()),
                                                    QStringLiteral("SysInfo.setApplicationInfo|2.0.023|25.0826|0|1"),
                                                    // The window's menu shows whether logging is on.
                                                    QStringLiteral("LoggingMessages.isEnabled"),
@@ -202,12 +197,12 @@ void TestStartup::noPluginFilesWarnOncePerPlugin()
     AppInstallation app;
     // Nothing ends this run by itself: it is stopped once the last start-up
     // step, the update check, has been skipped.
-    const AppInstallation::Run run = app.runUntilLogged(sandbox, {}, QStringLiteral("Updater.so\" load error:"));
+    const AppInstallation::Run run = app.runUntilLogged(sandbox, {}, QStringLiteral("Updater" KESTREL_MODULE_SUFFIX "\" load error:"));
     QVERIFY2(!run.finished, "the application ended by itself");
     const QStringList loadErrors = run.logLinesContaining(QStringLiteral("load error:"));
     QCOMPARE(loadErrors.size(), 3);
     for (const QString &name : {QStringLiteral("LoggingMessages"), QStringLiteral("SysInfo"), QStringLiteral("Updater")}) {
-        const QString expected = QStringLiteral("QDebug PluginManagerHelper::Warning() [MGR] WARNING: \"%1/%2.so\" load error: \"")
+        const QString expected = QStringLiteral("QDebug PluginManagerHelper::Warning() [MGR] WARNING: \"%1/%2" KESTREL_MODULE_SUFFIX "\" load error: \"")
                                      .arg(app.folder(), name);
         QCOMPARE(loadErrors.filter(expected).size(), 1);
     }
@@ -221,12 +216,12 @@ void TestStartup::pluginOfAnotherInterfaceIsRejected()
     app.addRecordingPlugin(QStringLiteral("sysinfo"), QStringLiteral("SysInfo"));
     app.addRecordingPlugin(QStringLiteral("sysinfo"), QStringLiteral("Updater"));
     app.addRecordingPlugin(QStringLiteral("updater"), QStringLiteral("LoggingMessages"));
-    const AppInstallation::Run run = app.runUntilLogged(sandbox, {}, QStringLiteral("Updater.so\" iface mismatch"));
+    const AppInstallation::Run run = app.runUntilLogged(sandbox, {}, QStringLiteral("Updater" KESTREL_MODULE_SUFFIX "\" iface mismatch"));
     QVERIFY(!run.finished);
     QCOMPARE(run.logLinesContaining(QStringLiteral("iface mismatch")),
              (QStringList{
-                 QStringLiteral("QDebug PluginManagerHelper::Warning() [MGR] WARNING: \"%1/LoggingMessages.so\" iface mismatch").arg(app.folder()),
-                 QStringLiteral("QDebug PluginManagerHelper::Warning() [MGR] WARNING: \"%1/Updater.so\" iface mismatch").arg(app.folder()),
+                 QStringLiteral("QDebug PluginManagerHelper::Warning() [MGR] WARNING: \"%1/LoggingMessages" KESTREL_MODULE_SUFFIX "\" iface mismatch").arg(app.folder()),
+                 QStringLiteral("QDebug PluginManagerHelper::Warning() [MGR] WARNING: \"%1/Updater" KESTREL_MODULE_SUFFIX "\" iface mismatch").arg(app.folder()),
              }));
     QCOMPARE(run.calls, QStringList{QStringLiteral("SysInfo.setApplicationInfo|2.0.023|25.0826|0|1")});
 }
@@ -236,11 +231,11 @@ void TestStartup::brokenPluginFileIsSkipped()
     TestSandbox sandbox;
     AppInstallation app;
     app.addAllRecordingPlugins();
-    app.addFile(QStringLiteral("LoggingMessages.so"), QByteArray("\x7f" "ELF but not really a library", 30));
+    app.addFile(QStringLiteral("LoggingMessages" KESTREL_MODULE_SUFFIX), QByteArray("\x7f" "ELF but not really a library", 30));
     const AppInstallation::Run run = app.run(sandbox, {}, {QStringLiteral("quit-on-check")});
     QVERIFY(run.finished);
     QCOMPARE(run.exitCode, 0);
-    QCOMPARE(run.logLinesContaining(QStringLiteral("LoggingMessages.so\" load error:")).size(), 1);
+    QCOMPARE(run.logLinesContaining(QStringLiteral("LoggingMessages" KESTREL_MODULE_SUFFIX "\" load error:")).size(), 1);
     QCOMPARE(run.calls.filter(QStringLiteral("LoggingMessages.")), QStringList());
     QVERIFY(run.calls.contains(QStringLiteral("Updater.checkForUpdate|2023|25.0826")));
 }
@@ -250,12 +245,12 @@ void TestStartup::updateAsWithoutUpdaterWritesOnlyItsLines()
     TestSandbox sandbox;
     AppInstallation app;
     const AppInstallation::Run run = app.runUntilLogged(sandbox, {QStringLiteral("--update-as"), QStringLiteral("2100")},
-                                                        QStringLiteral("Updater.so\" load error:"));
+                                                        QStringLiteral("Updater" KESTREL_MODULE_SUFFIX "\" load error:"));
     QVERIFY(!run.finished);
     const qsizetype separator = run.logLines.indexOf(QStringLiteral("------------------"));
     QVERIFY(separator >= 0);
     QCOMPARE(run.logLines.value(separator + 1), QStringLiteral("Update as version: 2100"));
-    QVERIFY(run.logLines.value(separator + 2).contains(QStringLiteral("Updater.so\" load error:")));
+    QVERIFY(run.logLines.value(separator + 2).contains(QStringLiteral("Updater" KESTREL_MODULE_SUFFIX "\" load error:")));
 }
 
 KESTREL_TEST_MAIN(TestStartup)

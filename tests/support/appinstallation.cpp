@@ -81,6 +81,11 @@ AppInstallation::Run AppInstallation::execute(const TestSandbox &sandbox, const 
     environment.insert(QStringLiteral("KESTREL_FIXTURE_ACTIONS"), fixtureActions.join(QLatin1Char(',')));
     environment.remove(QStringLiteral("QT_MESSAGE_PATTERN"));
     environment.remove(QStringLiteral("QT_LOGGING_RULES"));
+#ifdef Q_OS_WIN
+    // A Windows GUI program without a console hands its messages to the
+    // debugger, not to standard error, unless told to.
+    environment.insert(QStringLiteral("QT_FORCE_STDERR_LOGGING"), QStringLiteral("1"));
+#endif
 
     QProcess process;
     process.setProcessEnvironment(environment);
@@ -109,9 +114,16 @@ AppInstallation::Run AppInstallation::execute(const TestSandbox &sandbox, const 
     }
     errorText += QString::fromUtf8(process.readAllStandardError());
 
+    QString outputText = QString::fromUtf8(process.readAllStandardOutput());
+#ifdef Q_OS_WIN
+    // Both are text streams, whose lines end with CR LF on Windows.
+    outputText.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    errorText.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+#endif
+
     result.exitCode = process.exitCode();
     result.exitStatus = process.exitStatus();
-    result.standardOutput = QString::fromUtf8(process.readAllStandardOutput());
+    result.standardOutput = outputText;
     result.logLines = errorText.split(QLatin1Char('\n'));
     QFile calls(records);
     if (calls.open(QIODevice::ReadOnly | QIODevice::Text))

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcessEnvironment>
 
 #ifdef Q_OS_WIN
@@ -28,18 +29,57 @@ QString knownFolder(const KNOWNFOLDERID &id)
     return folder;
 }
 
+QString applicationFolder(const KNOWNFOLDERID &id)
+{
+    return QStringLiteral("%1/%2").arg(knownFolder(id), QLatin1String(appFolder));
+}
+
+// Everything the application and its updater keep in the user folders: its
+// roaming and local folders, and in the download folder the output folders
+// and the installer names prepareOutputDir() and the updater use, all of
+// which begin with "KestrelD".
+void removeApplicationFiles()
+{
+    QStringList left;
+    for (const KNOWNFOLDERID *id : {&FOLDERID_RoamingAppData, &FOLDERID_LocalAppData}) {
+        QDir folder(applicationFolder(*id));
+        if (folder.exists() && !folder.removeRecursively())
+            left << folder.path();
+    }
+    const QDir downloads(knownFolder(FOLDERID_Downloads));
+    const QFileInfoList entries = downloads.entryInfoList({QStringLiteral("KestrelD*")},
+                                                          QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System);
+    for (const QFileInfo &entry : entries) {
+        const bool removed = entry.isDir() && !entry.isSymLink() ? QDir(entry.filePath()).removeRecursively()
+                                                                : QFile::remove(entry.filePath());
+        if (!removed)
+            left << entry.filePath();
+    }
+    // A case that started on an earlier case's files would test nothing.
+    if (!left.isEmpty())
+        qFatal("cannot empty the application's folders: %s", qPrintable(left.join(QStringLiteral(", "))));
+}
+
 } // namespace
 
 // Windows keeps its user folders where the shell says, whatever the
 // environment holds, so the sandbox cannot move them. The tests run in a
 // throw-away Wine prefix instead (scripts/windows/ctest-wine.sh), whose user
 // folders are new and are removed with it; without the variable that script
-// sets, they would be a real user's folders, which no test may touch.
+// sets, they would be a real user's folders, which no test may touch. Every
+// sandbox of a run shares them, so each one starts and ends with the
+// application's files gone, as a new Linux sandbox starts empty.
 TestSandbox::TestSandbox()
 {
     if (!qEnvironmentVariableIsSet("KESTREL_TEST_DISPOSABLE_PROFILE"))
         qFatal("the tests change the Windows user folders: run them in a throw-away Wine prefix "
                "(scripts/windows/ctest-wine.sh)");
+    removeApplicationFiles();
+}
+
+TestSandbox::~TestSandbox()
+{
+    removeApplicationFiles();
 }
 
 QString TestSandbox::home() const
@@ -50,12 +90,18 @@ QString TestSandbox::home() const
 // Where the tool and ffmpeg are copied to: the roaming folder.
 QString TestSandbox::dataFolder() const
 {
-    return QStringLiteral("%1/%2").arg(knownFolder(FOLDERID_RoamingAppData), QLatin1String(appFolder));
+    return applicationFolder(FOLDERID_RoamingAppData);
+}
+
+// Settings and the log stay on this machine: the local folder.
+QString TestSandbox::localDataFolder() const
+{
+    return applicationFolder(FOLDERID_LocalAppData);
 }
 
 QString TestSandbox::settingsFile() const
 {
-    return QStringLiteral("%1/%2/settings.ini").arg(knownFolder(FOLDERID_LocalAppData), QLatin1String(appFolder));
+    return localDataFolder() + QStringLiteral("/settings.ini");
 }
 
 QString TestSandbox::downloadFolder() const
@@ -111,9 +157,17 @@ QString TestSandbox::dataFolder() const
     return QStringLiteral("%1/.local/share/%2").arg(home(), QLatin1String(appFolder));
 }
 
+TestSandbox::~TestSandbox() = default;
+
+// One folder holds everything on Linux.
+QString TestSandbox::localDataFolder() const
+{
+    return dataFolder();
+}
+
 QString TestSandbox::settingsFile() const
 {
-    return dataFolder() + QStringLiteral("/settings.ini");
+    return localDataFolder() + QStringLiteral("/settings.ini");
 }
 
 QString TestSandbox::downloadFolder() const

@@ -6,16 +6,22 @@
 // A private HOME with its own XDG folders for one test process or one child
 // process, so that no test ever touches the real user's folders. On Windows
 // it names the user folders of the throw-away Wine prefix the test runs in,
-// which every sandbox of that run shares (testsandbox.cpp).
+// which every sandbox of that run shares: there a sandbox empties the
+// application's folders when it is made and when it ends, so only one
+// sandbox at a time may hold files (testsandbox.cpp).
 class TestSandbox
 {
 public:
     TestSandbox();
+    ~TestSandbox();
+    TestSandbox(const TestSandbox &) = delete;
+    TestSandbox &operator=(const TestSandbox &) = delete;
 
     QString home() const;
-    QString dataFolder() const;     // the application's per-user data folder
-    QString settingsFile() const;   // settings.ini in the local data folder
-    QString downloadFolder() const; // the user's download folder
+    QString dataFolder() const;      // the application's per-user data folder: tool copies
+    QString localDataFolder() const; // the per-machine one: settings.ini and the log
+    QString settingsFile() const;    // settings.ini in the local data folder
+    QString downloadFolder() const;  // the user's download folder
 
     // Points HOME and the XDG variables of this process at the sandbox.
     void applyToThisProcess() const;

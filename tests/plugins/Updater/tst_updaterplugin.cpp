@@ -129,7 +129,20 @@ QByteArray makeInstaller(qsizetype size)
     return data;
 }
 
+// The feed offers the served installer under this system's entry, which the
+// updater reads; the other system's entry names a file the server does not
+// serve, so an updater that took the wrong one would fail the cases.
+#if defined(Q_OS_WIN)
+const QString thisSystem = QStringLiteral("windows");
+const QString otherSystem = QStringLiteral("linux");
+const QString installerPath = QStringLiteral("/files/KestrelDownloader-win64.exe");
+const QString otherInstallerPath = QStringLiteral("/files/kestrel-downloader_amd64.deb");
+#else
+const QString thisSystem = QStringLiteral("linux");
+const QString otherSystem = QStringLiteral("windows");
 const QString installerPath = QStringLiteral("/files/kestrel-downloader_amd64.deb");
+const QString otherInstallerPath = QStringLiteral("/files/KestrelD.exe");
+#endif
 
 } // namespace
 
@@ -176,7 +189,7 @@ private slots:
 private:
     void writeSettings(const QString &feedUrl, int timeoutMs = 5000);
     QByteArray feed(int releaseNumber, const QString &version, const QString &buildDate, const QByteArray &sha256,
-                    const QJsonValue &linuxUrl = QJsonValue()) const;
+                    const QJsonValue &installerUrl = QJsonValue()) const;
     void serveFeed(int releaseNumber, const QString &version, const QString &buildDate);
     QString finalPath() const;
     QString partPath() const { return finalPath() + QStringLiteral(".part"); }
@@ -249,21 +262,21 @@ void TestUpdaterPlugin::writeSettings(const QString &feedUrl, int timeoutMs)
 }
 
 QByteArray TestUpdaterPlugin::feed(int releaseNumber, const QString &version, const QString &buildDate,
-                                   const QByteArray &sha256, const QJsonValue &linuxUrl) const
+                                   const QByteArray &sha256, const QJsonValue &installerUrl) const
 {
-    const QJsonObject linuxEntry{
-        {QStringLiteral("url"), linuxUrl.isUndefined() || linuxUrl.isNull() ? m_server->url(installerPath).toString() : linuxUrl},
+    const QJsonObject thisEntry{
+        {QStringLiteral("url"), installerUrl.isUndefined() || installerUrl.isNull() ? m_server->url(installerPath).toString() : installerUrl},
         {QStringLiteral("sha256"), QString::fromLatin1(sha256)},
     };
-    const QJsonObject windows{
-        {QStringLiteral("url"), m_server->url(QStringLiteral("/files/KestrelD.exe")).toString()},
+    const QJsonObject otherEntry{
+        {QStringLiteral("url"), m_server->url(otherInstallerPath).toString()},
         {QStringLiteral("sha256"), QString::fromLatin1(sha256)},
     };
     const QJsonObject root{
         {QStringLiteral("releaseNumber"), releaseNumber},
         {QStringLiteral("version"), version},
         {QStringLiteral("buildDate"), buildDate},
-        {QStringLiteral("installers"), QJsonObject{{QStringLiteral("linux"), linuxEntry}, {QStringLiteral("windows"), windows}}},
+        {QStringLiteral("installers"), QJsonObject{{thisSystem, thisEntry}, {otherSystem, otherEntry}}},
     };
     return QJsonDocument(root).toJson();
 }
@@ -639,7 +652,7 @@ void TestUpdaterPlugin::refusedInstallerAddressIsNeverContacted()
     m_server->setRoute(QStringLiteral("/feed.json"),
                        {200,
                         feed(2024, QStringLiteral("2.0.024"), QStringLiteral("25.0901"), sha256Hex(m_installer),
-                             QStringLiteral("http://192.0.2.1/KestrelD.deb")),
+                             QStringLiteral("http://192.0.2.1/KestrelD")),
                         LocalHttpServer::Mode::Whole,
                         {}});
     BoxAnswerer answerer({QMessageBox::Ok});
@@ -650,8 +663,9 @@ void TestUpdaterPlugin::refusedInstallerAddressIsNeverContacted()
 
     // The feed is refused as a whole: the user is not even asked.
     QCOMPARE(answerer.seen().first().text,
-             QStringLiteral("The release information from the update server is not readable: installer for \"linux\": "
-                            "\"http://192.0.2.1/KestrelD.deb\" was refused: only secure https addresses are accepted."));
+             QStringLiteral("The release information from the update server is not readable: installer for \"%1\": "
+                            "\"http://192.0.2.1/KestrelD\" was refused: only secure https addresses are accepted.")
+                 .arg(thisSystem));
     QCOMPARE(m_server->requests(), QStringList{QStringLiteral("GET /feed.json")});
     QCOMPARE(m_done->count(), 0);
 }
