@@ -63,6 +63,8 @@ prefix=$(mktemp -d)
 trap 'WINEPREFIX="$prefix" wineserver -k 2>/dev/null || true; rm -rf "$prefix"' EXIT
 export WINEPREFIX="$prefix" WINEDEBUG=-all
 scripts/windows/new-wine-prefix.sh
+# Keeps Wine from linking the prefix's user folders to the real home.
+export HOME="$prefix/no-home"
 scripts/windows/start-headless.sh build-windows/stage/kestrel-downloader.exe
 users="$prefix/drive_c/users/$(id -un)"
 # The first start copies the launcher and ffmpeg.exe from beside the program

@@ -31,6 +31,8 @@ trap 'WINEPREFIX="$prefix" wineserver -k 2>/dev/null || true; rm -rf "$prefix"' 
 # this machine's own desktop menu.
 export WINEPREFIX="$prefix" WINEDEBUG=-all WINEDLLOVERRIDES="winemenubuilder.exe=d"
 "$here/new-wine-prefix.sh"
+# Keeps Wine from linking the prefix's user folders to the real home.
+export HOME="$prefix/no-home"
 
 # NSIS takes /D= and _?= only as the last argument and unquoted, and Wine
 # quotes an argument with a space in it: the folder has none.

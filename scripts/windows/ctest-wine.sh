@@ -36,8 +36,7 @@ if [ -n "${KESTREL_WINEPREFIX:-}" ]; then
     ) 9>"$KESTREL_WINEPREFIX/.ctest-wine.lock"
     cp -a "$KESTREL_WINEPREFIX" "$prefix"
 else
-    WINEPREFIX="$prefix" WINEDEBUG=-all wineboot --init >/dev/null 2>&1 || true
-    WINEPREFIX="$prefix" wineserver -w 2>/dev/null || true
+    WINEPREFIX="$prefix" "$here/new-wine-prefix.sh"
 fi
 export KESTREL_WINEPREFIX="$prefix"
 
