@@ -1,7 +1,37 @@
 #include "processprobe.h"
 
+#include <QByteArray>
+
+#include <algorithm>
+
 #include <windows.h>
 #include <tlhelp32.h>
+#include <winternl.h>
+
+namespace {
+
+// The layout NtQuerySystemInformation gives for its extended handle list
+// (SYSTEM_HANDLE_INFORMATION_EX), which the SDK's headers leave out.
+struct HandleEntry
+{
+    void *object;
+    ULONG_PTR processId;
+    ULONG_PTR handle;
+    ULONG grantedAccess;
+    USHORT creatorBackTraceIndex;
+    USHORT objectTypeIndex;
+    ULONG attributes;
+    ULONG reserved;
+};
+
+struct HandleList
+{
+    ULONG_PTR count;
+    ULONG_PTR reserved;
+    HandleEntry handles[1];
+};
+
+} // namespace
 
 namespace ProcessProbe {
 
@@ -26,10 +56,27 @@ bool isRunning(qint64 pid)
 
 int openHandles()
 {
-    DWORD count = 0;
-    if (!::GetProcessHandleCount(::GetCurrentProcess(), &count))
+    // Counted in the system's list of all handles rather than asked with
+    // GetProcessHandleCount, which Wine answers with 0 whatever is open.
+    constexpr SYSTEM_INFORMATION_CLASS extendedHandleInformation = SYSTEM_INFORMATION_CLASS(64);
+    constexpr NTSTATUS lengthMismatch = NTSTATUS(0xC0000004);
+    QByteArray buffer(1 << 16, Qt::Uninitialized);
+    NTSTATUS status;
+    ULONG needed = 0;
+    while ((status = ::NtQuerySystemInformation(extendedHandleInformation, buffer.data(), ULONG(buffer.size()), &needed))
+           == lengthMismatch) {
+        buffer.resize(std::max<qsizetype>(buffer.size() * 2, qsizetype(needed) + 4096));
+    }
+    if (status < 0)
         return -1;
-    return int(count);
+    const auto *list = reinterpret_cast<const HandleList *>(buffer.constData());
+    const ULONG_PTR self = ::GetCurrentProcessId();
+    int count = 0;
+    for (ULONG_PTR i = 0; i < list->count; ++i) {
+        if (list->handles[i].processId == self)
+            ++count;
+    }
+    return count;
 }
 
 int childProcesses()
