@@ -3,7 +3,7 @@
 #include <QtGlobal>
 
 // What the tests ask the system about processes: whether a tool run still
-// lives, and what this test program holds open. processprobe_posix.cpp reads
+// lives, and what this test program holds open and in memory. processprobe_posix.cpp reads
 // Linux's /proc; processprobe_win.cpp asks Windows.
 namespace ProcessProbe {
 
@@ -21,5 +21,13 @@ int openHandles();
 // The processes this one started that the system still lists: on Linux
 // zombies too, on Windows the running ones.
 int childProcesses();
+
+// Bytes this process holds on its heaps (small and mapped blocks), whatever
+// the layout of the heap: resident size also counts fragmentation.
+qint64 heapBytesInUse();
+
+// The memory of this process that lies in RAM: its resident set on Linux,
+// its working set on Windows; -1 when the system does not say.
+qint64 residentBytes();
 
 } // namespace ProcessProbe

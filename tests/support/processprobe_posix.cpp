@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <csignal>
+#include <malloc.h>
 #include <unistd.h>
 
 namespace ProcessProbe {
@@ -44,6 +45,21 @@ int childProcesses()
             ++children;
     }
     return children;
+}
+
+qint64 heapBytesInUse()
+{
+    const struct mallinfo2 heap = ::mallinfo2();
+    return qint64(heap.uordblks + heap.hblkhd);
+}
+
+qint64 residentBytes()
+{
+    QFile statm(QStringLiteral("/proc/self/statm"));
+    if (!statm.open(QIODevice::ReadOnly))
+        return -1;
+    const QList<QByteArray> fields = statm.readAll().split(' ');
+    return fields.value(1).toLongLong() * ::sysconf(_SC_PAGESIZE);
 }
 
 } // namespace ProcessProbe

@@ -1,10 +1,12 @@
 #include "processprobe.h"
 
 #include <QByteArray>
+#include <QList>
 
 #include <algorithm>
 
 #include <windows.h>
+#include <psapi.h>
 #include <tlhelp32.h>
 #include <winternl.h>
 
@@ -94,6 +96,45 @@ int childProcesses()
     }
     ::CloseHandle(snapshot);
     return children;
+}
+
+qint64 heapBytesInUse()
+{
+    // Every heap of the process: the C run-time's, which serves malloc and
+    // new, and any other a library made. Each is locked while it is walked,
+    // as threads of Qt's may allocate meanwhile.
+    QList<HANDLE> heaps(64);
+    for (;;) {
+        const DWORD count = ::GetProcessHeaps(DWORD(heaps.size()), heaps.data());
+        if (count == 0)
+            return -1;
+        if (count <= DWORD(heaps.size())) {
+            heaps.resize(count);
+            break;
+        }
+        heaps.resize(count);
+    }
+    qint64 total = 0;
+    for (const HANDLE heap : std::as_const(heaps)) {
+        if (!::HeapLock(heap))
+            continue;
+        PROCESS_HEAP_ENTRY entry;
+        entry.lpData = nullptr;
+        while (::HeapWalk(heap, &entry)) {
+            if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY)
+                total += qint64(entry.cbData);
+        }
+        ::HeapUnlock(heap);
+    }
+    return total;
+}
+
+qint64 residentBytes()
+{
+    PROCESS_MEMORY_COUNTERS counters;
+    if (!::K32GetProcessMemoryInfo(::GetCurrentProcess(), &counters, sizeof(counters)))
+        return -1;
+    return qint64(counters.WorkingSetSize);
 }
 
 } // namespace ProcessProbe
