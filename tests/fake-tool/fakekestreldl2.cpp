@@ -21,20 +21,20 @@
 //   and ignoresStop.
 //
 // Like the real launcher, the tool answers SIGTERM (the first step of the
-// application's kill rule) by exiting with code 1, a normal exit, as a run
-// ended by taskkill does on Windows; unless ignoresStop is set, which leaves
-// only the rule's SIGKILL to end it.
+// application's kill rule on Linux) by exiting with code 1, a normal exit, as
+// a run ended by taskkill does on Windows; unless ignoresStop is set, which
+// leaves only the rule's SIGKILL to end it. On Windows the rule is taskkill
+// /F alone, so there is no stop to answer and ignoresStop changes nothing.
 //
-// Output goes straight to file descriptors 1 and 2 with write(2): one chunk is
-// one write() call and nothing sits in a buffer, so the tests decide exactly
-// where the application's reads may be split.
+// Output goes straight to the standard streams (write(2) on POSIX systems,
+// WriteFile on Windows): one chunk is one write and nothing sits in a
+// buffer, so the tests decide exactly where the application's reads may be
+// split.
 //
-// POSIX only (Linux is what the tests run on): it relies on write(2),
-// pause(2), raise(3) and setrlimit(2).
+// A "signal" ends the run as a crash: by that signal on POSIX systems, by
+// the matching NTSTATUS code on Windows (toolsystem_win.cpp).
 
-#if !defined(__unix__) && !defined(__APPLE__)
-#error "The fake kestreldl2 tool needs a POSIX system."
-#endif
+#include "toolsystem.h"
 
 #include <QByteArray>
 #include <QDir>
@@ -47,63 +47,12 @@
 #include <QStringList>
 
 #include <algorithm>
-#include <cerrno>
-#include <csignal>
-#include <ctime>
-#include <fcntl.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 
-// Writes all of data with as few write() calls as the kernel allows: one,
-// unless it takes only part of it (a large write into a pipe) or a signal
-// interrupts it. Returns false once the descriptor refuses more, so the
-// caller stops producing output nobody can receive.
-bool writeAll(int fd, const char *data, qint64 size)
+bool writeAll(ToolSystem::Stream stream, const QByteArray &data)
 {
-    while (size > 0) {
-        const ssize_t written = ::write(fd, data, static_cast<size_t>(size));
-        if (written < 0) {
-            if (errno == EINTR)
-                continue;
-            return false;
-        }
-        data += written;
-        size -= written;
-    }
-    return true;
-}
-
-bool writeAll(int fd, const QByteArray &data)
-{
-    return writeAll(fd, data.constData(), data.size());
-}
-
-void sleepMilliseconds(qint64 ms)
-{
-    if (ms <= 0)
-        return;
-    timespec remaining;
-    remaining.tv_sec = static_cast<time_t>(ms / 1000);
-    remaining.tv_nsec = static_cast<long>((ms % 1000) * 1000000);
-    // A signal that does not end the process must not shorten the pause.
-    while (::nanosleep(&remaining, &remaining) != 0 && errno == EINTR) {
-    }
-}
-
-QString currentDirectory()
-{
-    // getcwd() rather than QDir::currentPath(): the record should show the
-    // directory the kernel gave this process, exactly as the tool saw it.
-    QByteArray buffer(4096, '\0');
-    while (::getcwd(buffer.data(), static_cast<size_t>(buffer.size())) == nullptr) {
-        if (errno != ERANGE)
-            return QString();
-        buffer.resize(buffer.size() * 2);
-    }
-    return QFile::decodeName(buffer.constData());
+    return ToolSystem::writeAll(stream, data.constData(), data.size());
 }
 
 QString runKind(const QStringList &arguments)
@@ -117,28 +66,22 @@ QString runKind(const QStringList &arguments)
     return QStringLiteral("download");
 }
 
-// Appends one line describing this run. The whole line goes out in a single
-// write() on an O_APPEND descriptor, so runs started side by side each leave
-// a complete line behind instead of interleaving.
+// Appends one line describing this run, in one write on an append-only
+// descriptor (ToolSystem::appendToFile).
 void recordInvocation(const QString &recordPath, const QString &kind,
-                      const QStringList &arguments, const char *program)
+                      const QStringList &arguments, const QString &program)
 {
     QJsonObject line;
     line.insert(QLatin1String("kind"), kind);
     line.insert(QLatin1String("arguments"), QJsonArray::fromStringList(arguments));
-    line.insert(QLatin1String("workingDirectory"), currentDirectory());
-    line.insert(QLatin1String("pid"), static_cast<qint64>(::getpid()));
-    line.insert(QLatin1String("program"), QFile::decodeName(program));
+    line.insert(QLatin1String("workingDirectory"), ToolSystem::currentDirectory());
+    line.insert(QLatin1String("pid"), ToolSystem::processId());
+    line.insert(QLatin1String("program"), program);
 
     QByteArray bytes = QJsonDocument(line).toJson(QJsonDocument::Compact);
     bytes.append('\n');
 
-    const QByteArray path = QFile::encodeName(recordPath);
-    const int fd = ::open(path.constData(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644);
-    if (fd < 0)
-        return;
-    writeAll(fd, bytes);
-    ::close(fd);
+    ToolSystem::appendToFile(recordPath, bytes);
 }
 
 // Lines of 'e' ending in '\n'. Lines are 64 bytes, so a 64 KiB block holds
@@ -158,9 +101,9 @@ void writeStandardError(qint64 total)
             // The last, short block still ends its line.
             QByteArray tail = block.left(size);
             tail[size - 1] = '\n';
-            ok = writeAll(STDERR_FILENO, tail);
+            ok = writeAll(ToolSystem::Stream::Error, tail);
         } else {
-            ok = writeAll(STDERR_FILENO, block.constData(), size);
+            ok = ToolSystem::writeAll(ToolSystem::Stream::Error, block.constData(), size);
         }
         if (!ok)
             return;
@@ -179,7 +122,7 @@ void writeRepeatedLine(const QString &text, qint64 count)
 
     while (count > 0) {
         const qint64 lines = std::min(count, linesPerBlock);
-        if (!writeAll(STDOUT_FILENO, block.constData(), lines * line.size()))
+        if (!ToolSystem::writeAll(ToolSystem::Stream::Output, block.constData(), lines * line.size()))
             return;
         count -= lines;
     }
@@ -189,8 +132,8 @@ void writeChunks(const QJsonArray &chunks, qint64 pauseMs)
 {
     for (qsizetype i = 0; i < chunks.size(); ++i) {
         if (i > 0)
-            sleepMilliseconds(pauseMs);
-        if (!writeAll(STDOUT_FILENO, chunks.at(i).toString().toUtf8()))
+            ToolSystem::sleepMilliseconds(pauseMs);
+        if (!writeAll(ToolSystem::Stream::Output, chunks.at(i).toString().toUtf8()))
             return;
     }
 }
@@ -238,42 +181,12 @@ void writeOutputFile(const QStringList &arguments, qint64 bytes)
         file.write(content);
 }
 
-[[noreturn]] void hangForever()
-{
-    for (;;)
-        ::pause();
-}
-
-void dieBySignal(int signalNumber)
-{
-    // A crash test must not leave core files behind.
-    rlimit noCore;
-    noCore.rlim_cur = 0;
-    noCore.rlim_max = 0;
-    ::setrlimit(RLIMIT_CORE, &noCore);
-
-    // The parent may have left the signal ignored or blocked; neither should
-    // stop the default action from ending the process.
-    ::signal(signalNumber, SIG_DFL);
-    sigset_t set;
-    sigemptyset(&set);
-    sigaddset(&set, signalNumber);
-    ::sigprocmask(SIG_UNBLOCK, &set, nullptr);
-
-    ::raise(signalNumber);
-}
-
 } // namespace
-
-void stopAsTheLauncherDoes(int)
-{
-    ::_exit(1);
-}
 
 int main(int argc, char *argv[])
 {
     // First of all: a stop may come at any moment of the run.
-    ::signal(SIGTERM, stopAsTheLauncherDoes);
+    ToolSystem::answerStopAsTheLauncherDoes();
 
     // No QCoreApplication: QFile and QJsonDocument work without one, and the
     // tool starts faster.
@@ -290,14 +203,13 @@ int main(int argc, char *argv[])
         return 0;
     const QJsonObject scenario = document.object();
 
-    QStringList arguments;
-    for (int i = 1; i < argc; ++i)
-        arguments.append(QFile::decodeName(argv[i]));
+    const QStringList commandLine = ToolSystem::commandLine(argc, argv);
+    const QStringList arguments = commandLine.mid(1);
     const QString kind = runKind(arguments);
 
     const QString recordPath = scenario.value(QLatin1String("record")).toString();
     if (!recordPath.isEmpty())
-        recordInvocation(recordPath, kind, arguments, argc > 0 ? argv[0] : "");
+        recordInvocation(recordPath, kind, arguments, commandLine.value(0));
 
     QJsonObject behaviour;
     if (scenario.contains(kind))
@@ -306,7 +218,7 @@ int main(int argc, char *argv[])
         behaviour = scenario.value(QLatin1String("default")).toObject();
 
     if (behaviour.value(QLatin1String("ignoresStop")).toBool())
-        ::signal(SIGTERM, SIG_IGN);
+        ToolSystem::ignoreStop();
 
     const qint64 stderrBytes = behaviour.value(QLatin1String("stderrBytes")).toInteger();
     if (stderrBytes > 0)
@@ -322,7 +234,7 @@ int main(int argc, char *argv[])
 
     const QJsonValue base64 = behaviour.value(QLatin1String("stdoutBase64"));
     if (base64.isString())
-        writeAll(STDOUT_FILENO, QByteArray::fromBase64(base64.toString().toLatin1()));
+        writeAll(ToolSystem::Stream::Output, QByteArray::fromBase64(base64.toString().toLatin1()));
 
     if (behaviour.value(QLatin1String("writeOutputFile")).toBool()) {
         const QJsonValue bytes = behaviour.value(QLatin1String("outputFileBytes"));
@@ -330,11 +242,11 @@ int main(int argc, char *argv[])
     }
 
     if (behaviour.value(QLatin1String("hang")).toBool())
-        hangForever();
+        ToolSystem::hangForever();
 
     const int signalNumber = behaviour.value(QLatin1String("signal")).toInt();
     if (signalNumber > 0)
-        dieBySignal(signalNumber);
+        ToolSystem::crash(signalNumber);
 
     return behaviour.value(QLatin1String("exitCode")).toInt();
 }

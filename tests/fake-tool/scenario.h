@@ -52,16 +52,16 @@ inline QString fallback() { return QStringLiteral("default"); } // used when a k
 // Members left at their defaults are not written to the scenario.
 struct Behaviour
 {
-    QStringList stdoutChunks; // each one write(), pauseMs apart
+    QStringList stdoutChunks; // each one write, pauseMs apart
     int pauseMs = 0;
     int exitCode = 0;
-    int signal = 0; // raised with its default action, no core file
+    int signal = 0; // raised with its default action, no core file; on Windows: its NTSTATUS code
     bool hang = false; // sleeps until killed
-    bool ignoresStop = false; // SIGTERM ignored instead of ending with code 1
+    bool ignoresStop = false; // SIGTERM ignored instead of ending with code 1 (nothing to ignore on Windows)
     qint64 stderrBytes = 0; // lines of 'e'
     qint64 stdoutLines = 0; // stdoutLine + "\n", this many times
     QString stdoutLine;
-    QByteArray stdoutBinary; // written verbatim in one write()
+    QByteArray stdoutBinary; // written verbatim in one write
     bool writeOutputFile = false; // "<last argument>.mp4" in the --path folder
     qint64 outputFileBytes = -1; // -1: the file holds "fake video\n"
 
@@ -133,9 +133,9 @@ struct Invocation
 {
     QString kind;
     QStringList arguments;
-    QString workingDirectory; // from getcwd(): compare with canonical paths
+    QString workingDirectory; // as the system gave it, '/' between parts: compare with canonical paths
     qint64 pid = 0;
-    QString program; // argv[0]
+    QString program; // the first item of the command line, as the system passed it
 };
 
 // The runs in the record file, oldest first. A missing file means no runs.

@@ -1,4 +1,5 @@
 #include "app/filesetup.h"
+#include "app/platform.h"
 #include "downloader/kestreldownloader.h"
 #include "downloader/videoinfo.h"
 #include "ui/navigation.h"
@@ -33,9 +34,9 @@ const QStringList menuEntries{
 
 void placeRecordingPlugin(const QString &kind, const QString &baseName)
 {
-    const QString target = QStringLiteral("%1/%2.so").arg(QCoreApplication::applicationDirPath(), baseName);
+    const QString target = QStringLiteral("%1/%2").arg(QCoreApplication::applicationDirPath(), Platform::pluginFileName(baseName));
     QFile::remove(target);
-    if (!QFile::copy(QStringLiteral("%1/recording_%2.so").arg(QStringLiteral(KESTREL_FIXTURE_PLUGIN_DIR), kind), target))
+    if (!QFile::copy(QStringLiteral("%1/recording_%2" KESTREL_MODULE_SUFFIX).arg(QStringLiteral(KESTREL_FIXTURE_PLUGIN_DIR), kind), target))
         qFatal("cannot place %s", qPrintable(target));
 }
 
@@ -89,7 +90,7 @@ void TestNavigationMenu::initTestCase()
 
     prepareOutputDir();
     QDir().mkpath(dataFolder());
-    QVERIFY(QFile::copy(FakeTool::builtToolPath(), dataFolder() + QStringLiteral("/kestreldl2")));
+    QVERIFY(QFile::copy(FakeTool::builtToolPath(), dataFolder() + QLatin1Char('/') + Platform::toolFileName()));
     m_scenarioFile = m_work.filePath(QStringLiteral("scenario.json"));
     m_recordFile = m_work.filePath(QStringLiteral("record.jsonl"));
     qputenv(FakeTool::scenarioVariable(), m_scenarioFile.toLocal8Bit());
@@ -98,7 +99,7 @@ void TestNavigationMenu::initTestCase()
 void TestNavigationMenu::cleanupTestCase()
 {
     for (const char *name : {"LoggingMessages", "SysInfo", "Updater", "About"})
-        QFile::remove(QStringLiteral("%1/%2.so").arg(QCoreApplication::applicationDirPath(), QLatin1String(name)));
+        QFile::remove(QStringLiteral("%1/%2").arg(QCoreApplication::applicationDirPath(), Platform::pluginFileName(QLatin1String(name))));
 }
 
 void TestNavigationMenu::init()

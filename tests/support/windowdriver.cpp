@@ -1,6 +1,7 @@
 #include "windowdriver.h"
 
 #include "app/filesetup.h"
+#include "app/platform.h"
 #include "downloader/kestreldownloader.h"
 #include "ui/navigation.h"
 
@@ -26,7 +27,7 @@ void WindowDriver::prepareTool(const QString &workFolder)
 {
     prepareOutputDir();
     QDir().mkpath(dataFolder());
-    const QString tool = dataFolder() + QStringLiteral("/kestreldl2");
+    const QString tool = dataFolder() + QLatin1Char('/') + Platform::toolFileName();
     QFile::remove(tool);
     if (!QFile::copy(FakeTool::builtToolPath(), tool))
         qFatal("cannot place the fake tool");

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QtGlobal>
+
+// What the tests ask the system about processes: whether a tool run still
+// lives, and what this test program holds open and in memory. processprobe_posix.cpp reads
+// Linux's /proc; processprobe_win.cpp asks Windows.
+namespace ProcessProbe {
+
+// Whether the process exists: it runs or, on Linux, it has ended but its
+// parent has not reaped it yet (a zombie).
+bool exists(qint64 pid);
+
+// Whether the process still runs: a zombie has ended.
+bool isRunning(qint64 pid);
+
+// How many files, pipes and the like this process holds open: its file
+// descriptors on Linux, its handles on Windows.
+int openHandles();
+
+// The processes this one started that the system still lists: on Linux
+// zombies too, on Windows the running ones.
+int childProcesses();
+
+// Bytes this process holds on its heaps (small and mapped blocks), whatever
+// the layout of the heap: resident size also counts fragmentation.
+qint64 heapBytesInUse();
+
+// The memory of this process that lies in RAM: its resident set on Linux,
+// its working set on Windows; -1 when the system does not say.
+qint64 residentBytes();
+
+} // namespace ProcessProbe
