@@ -30,7 +30,9 @@ void RowFitter::fit()
 
 bool RowFitter::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == table->viewport() && event->type() == QEvent::Resize) {
+    // The type first: the viewport also reports its own destruction, when
+    // the table is no longer one to ask.
+    if (event->type() == QEvent::Resize && watched == table->viewport()) {
         const auto *resize = static_cast<QResizeEvent *>(event);
         if (resize->size().height() != resize->oldSize().height())
             fit();

@@ -79,7 +79,6 @@ void TestSoak::thousandDownloadsLeaveNothingBehind()
     const qint64 memoryAfterTen = ProcessProbe::heapBytesInUse();
     const qint64 residentAfterTen = ProcessProbe::residentBytes();
     const int descriptorsAfterTen = ProcessProbe::openHandles();
-    QVERIFY(memoryAfterTen > 0);
     QVERIFY(descriptorsAfterTen > 0);
 
     for (int i = 10; i < 1000; ++i)

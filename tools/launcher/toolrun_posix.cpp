@@ -247,11 +247,20 @@ std::optional<int> runTool(const std::string &tool, const std::vector<std::strin
     ::sigprocmask(SIG_BLOCK, &handled, nullptr);
     toolGroup = 0;
     ::kill(-pid, SIGKILL);
+    // The guardian ends only when the stop reached it: the kill rule sends
+    // SIGTERM to the guardian and the launcher alike, and when the guardian
+    // was first, the tool is gone before the launcher's own SIGTERM (blocked
+    // now) is handled. The run then ends as a stopped run, not as the tool's
+    // death by SIGKILL.
+    bool stopped = false;
     if (guardian > 0) {
+        stopped = hasEnded(guardian);
         ::kill(guardian, SIGKILL);
         while (::waitpid(guardian, nullptr, 0) < 0 && errno == EINTR) {
         }
     }
+    if (stopped)
+        ::_exit(1);
     int status = 0;
     while (::waitpid(pid, &status, 0) < 0 && errno == EINTR) {
     }
