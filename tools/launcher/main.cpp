@@ -28,7 +28,6 @@
 #include "useroptions.h"
 #include "writeall.h"
 
-#include <cstdio>
 #include <ctime>
 #include <optional>
 #include <set>

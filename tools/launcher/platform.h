@@ -82,6 +82,10 @@ std::string lastErrorText();
 // empty.
 std::optional<std::string> environmentValue(const char *name);
 
+// The process id the application names in KESTREL_APP_PID for its
+// children; 0 when it names none.
+long applicationProcessId();
+
 // The launcher's environment as "NAME=value" entries.
 std::vector<std::string> environmentEntries();
 

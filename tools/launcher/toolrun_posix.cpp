@@ -1,6 +1,7 @@
 #include "toolrun.h"
 
 #include "childprocess.h"
+#include "platform.h"
 #include "posixchild.h"
 #include "toollog.h"
 #include "writeall.h"
@@ -8,7 +9,6 @@
 #include <cerrno>
 #include <optional>
 #include <csignal>
-#include <cstdlib>
 #include <cstring>
 
 #include <fcntl.h>
@@ -138,10 +138,8 @@ bool hasEnded(pid_t pid)
 // itself in KESTREL_APP_PID for its children; else whoever started it.
 pid_t expectedParent()
 {
-    const char *named = std::getenv("KESTREL_APP_PID");
-    char *end = nullptr;
-    const long pid = named ? std::strtol(named, &end, 10) : 0;
-    return pid > 1 && end && *end == '\0' ? pid_t(pid) : ::getppid();
+    const long named = applicationProcessId();
+    return named > 1 ? pid_t(named) : ::getppid();
 }
 
 } // namespace

@@ -11,7 +11,6 @@
 #include <fcntl.h>
 #include <io.h>
 
-#include <cstdlib>
 #include <optional>
 #include <thread>
 
@@ -37,16 +36,6 @@ DWORD parentProcessId()
     }
     CloseHandle(snapshot);
     return parent;
-}
-
-// The application's process id, which it names in KESTREL_APP_PID for its
-// children; 0 when it does not.
-DWORD applicationProcessId()
-{
-    const std::optional<std::string> named = environmentValue("KESTREL_APP_PID");
-    char *end = nullptr;
-    const unsigned long pid = named ? std::strtoul(named->c_str(), &end, 10) : 0;
-    return pid > 0 && end && *end == '\0' ? DWORD(pid) : 0;
 }
 
 std::uint64_t creationTime(HANDLE process)
@@ -94,7 +83,8 @@ void endRunOnStop()
     _setmode(2, _O_BINARY);
     // The application when it names itself, else whoever started the
     // launcher, if that is a process of this system that still runs.
-    const DWORD application = applicationProcessId();
+    const long named = applicationProcessId();
+    const DWORD application = named > 0 ? DWORD(named) : 0;
     const HANDLE parent = openOlderProcess(application ? application : parentProcessId());
     if (!parent) {
         if (application)
