@@ -8,7 +8,7 @@ void AboutPlugin::reserved()
 {
 }
 
-void AboutPlugin::showAbout(const QString &systemInformation, const QString &description)
+void AboutPlugin::showAbout(QString systemInformation, QString description)
 {
     AboutDialog dialog(systemInformation, description, QApplication::activeWindow());
     dialog.exec();

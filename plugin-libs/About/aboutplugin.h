@@ -13,5 +13,5 @@ class AboutPlugin : public QObject, public AboutAppInterface
 
 public:
     void reserved() override;
-    void showAbout(const QString &systemInformation, const QString &description) override;
+    void showAbout(QString systemInformation, QString description) override;
 };

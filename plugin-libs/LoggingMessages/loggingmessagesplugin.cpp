@@ -16,7 +16,7 @@ void LoggingMessagesPlugin::reserved()
 {
 }
 
-void LoggingMessagesPlugin::setUp(const QString &folder, const QString &settingsFileName)
+void LoggingMessagesPlugin::setUp(QString folder, QString settingsFileName)
 {
     LogSink::instance().setUp(folder, settingsFileName);
 }

@@ -21,7 +21,7 @@ public:
 
     void shutDown() override;
     void reserved() override;
-    void setUp(const QString &folder, const QString &settingsFileName) override;
+    void setUp(QString folder, QString settingsFileName) override;
     void setEnabled(bool on) override;
     bool isEnabled() override;
 };

@@ -11,7 +11,7 @@ void SysInfoPlugin::reserved()
 {
 }
 
-void SysInfoPlugin::setApplicationInfo(const QString &version, const QString &buildDate, int first, int second)
+void SysInfoPlugin::setApplicationInfo(QString version, QString buildDate, int first, int second)
 {
     m_version = version;
     m_buildDate = buildDate;

@@ -13,7 +13,7 @@ class SysInfoPlugin : public QObject, public SysInfoInterface
 
 public:
     void reserved() override;
-    void setApplicationInfo(const QString &version, const QString &buildDate, int first, int second) override;
+    void setApplicationInfo(QString version, QString buildDate, int first, int second) override;
     void showIdentifier() override;
     QString systemInformation() override;
 

@@ -44,21 +44,30 @@ QString applicationName()
     return name.isEmpty() ? QStringLiteral("Kestrel Downloader") : name;
 }
 
-// Dialogs are centred on the application's main window when there is one.
-// Only a main window will do: a dialog parented to another dialog, such as
-// the question box that is just closing, would be deleted along with it.
+// Message boxes, progress dialogs and menus come and go; a dialog parented
+// to one, such as the question box that is just closing, would be deleted
+// along with it.
+bool isShortLived(const QWidget *window)
+{
+    return qobject_cast<const QMessageBox *>(window) || qobject_cast<const QProgressDialog *>(window)
+        || window->windowType() == Qt::Popup || window->windowType() == Qt::ToolTip;
+}
+
+// Dialogs are centred on the window the user works in: the active window, or
+// the window a short-lived active one belongs to, or else the first visible
+// window of the application.
 QWidget *dialogParent()
 {
-    QWidget *found = nullptr;
-    for (QWidget *window : QApplication::topLevelWidgets()) {
-        if (!window->isVisible() || !window->inherits("QMainWindow"))
-            continue;
-        if (window->isActiveWindow())
-            return window;
-        if (!found)
-            found = window;
+    QWidget *window = QApplication::activeWindow();
+    while (window && isShortLived(window))
+        window = window->parentWidget() ? window->parentWidget()->window() : nullptr;
+    if (window)
+        return window;
+    for (QWidget *candidate : QApplication::topLevelWidgets()) {
+        if (candidate->isVisible() && !isShortLived(candidate))
+            return candidate;
     }
-    return found;
+    return nullptr;
 }
 
 } // namespace
@@ -78,7 +87,7 @@ UpdaterPlugin::~UpdaterPlugin()
         finish();
 }
 
-void UpdaterPlugin::checkForUpdate(int releaseNumber, const QString &text)
+void UpdaterPlugin::checkForUpdate(int releaseNumber, QString text)
 {
     begin(releaseNumber, text, true);
 }
@@ -87,7 +96,7 @@ void UpdaterPlugin::reserved()
 {
 }
 
-void UpdaterPlugin::updateNow(int releaseNumber, const QString &text)
+void UpdaterPlugin::updateNow(int releaseNumber, QString text)
 {
     begin(releaseNumber, text, false);
 }
@@ -125,6 +134,11 @@ void UpdaterPlugin::begin(int releaseNumber, const QString &text, bool quiet)
     if (m_stage != Stage::Idle) {
         logInfo(QStringLiteral("an update is already under way; the new request is ignored"));
         bringForward();
+        return;
+    }
+
+    if (!m_installingVersion.isEmpty()) {
+        reportInstallation(quiet);
         return;
     }
 
@@ -332,9 +346,25 @@ void UpdaterPlugin::onDownloadSucceeded(const QString &path)
         fail(error);
         return;
     }
+    // One installation a run: a second update on top of a running installer
+    // has nothing new to install, and the window answers every updateDone
+    // with a tool update behind its busy page.
+    m_installingVersion = m_release->version;
     m_release.reset();
     m_stage = Stage::Idle;
     emit updateDone();
+}
+
+void UpdaterPlugin::reportInstallation(bool quiet)
+{
+    logInfo(QStringLiteral("version %1 is being installed; the new request is ignored").arg(m_installingVersion));
+    if (quiet)
+        return;
+    m_stage = Stage::Reporting;
+    showBox(QMessageBox::Information,
+            tr("Version %1 of %2 is being installed.\n\nPlease restart %2 once its installer has finished.")
+                .arg(m_installingVersion, applicationName()),
+            QMessageBox::Ok);
 }
 
 void UpdaterPlugin::onDownloadFailed(const QString &message)

@@ -34,10 +34,10 @@ public:
 
     // Quiet: only a newer build is mentioned to the user; a failed check is
     // logged and signalled, never shown.
-    void checkForUpdate(int releaseNumber, const QString &text) override;
+    void checkForUpdate(int releaseNumber, QString text) override;
     void reserved() override;
     // Manual: the user hears about every outcome.
-    void updateNow(int releaseNumber, const QString &text) override;
+    void updateNow(int releaseNumber, QString text) override;
     void finish() override;
 
 private:
@@ -60,6 +60,7 @@ private:
     void onDownloadSucceeded(const QString &path);
     void onDownloadFailed(const QString &message);
     void onDownloadCancelled();
+    void reportInstallation(bool quiet);
     bool startInstaller(const QString &path, QString *error);
     void fail(const QString &message);
 
@@ -78,6 +79,8 @@ private:
     QString m_text;
     int m_timeoutMs = 0;
     std::optional<ReleaseFeed::Release> m_release;
+    // The version whose installer this run has started.
+    QString m_installingVersion;
 
     QNetworkAccessManager *m_network = nullptr;
     QPointer<QNetworkReply> m_feedReply;

@@ -9,7 +9,7 @@ class AboutAppInterface
 {
 public:
     virtual void reserved() = 0;
-    virtual void showAbout(const QString &systemInformation, const QString &description) = 0;
+    virtual void showAbout(QString systemInformation, QString description) = 0;
 
 protected:
     ~AboutAppInterface() = default;

@@ -14,7 +14,7 @@ public:
     virtual void reserved() = 0;
     // Called once at start-up, before any other log line, with the writable
     // local data folder and the settings file name in it.
-    virtual void setUp(const QString &folder, const QString &settingsFileName) = 0;
+    virtual void setUp(QString folder, QString settingsFileName) = 0;
     virtual void setEnabled(bool on) = 0;
     virtual bool isEnabled() = 0;
 

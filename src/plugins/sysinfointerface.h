@@ -11,7 +11,7 @@ public:
     virtual void reserved() = 0;
     // Called once at start-up with the version, the build date and the two
     // numbers 0 and 1.
-    virtual void setApplicationInfo(const QString &version, const QString &buildDate, int, int) = 0;
+    virtual void setApplicationInfo(QString version, QString buildDate, int, int) = 0;
     // Shows the machine identifier to the user.
     virtual void showIdentifier() = 0;
     // A description of the system for the About box.

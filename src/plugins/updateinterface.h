@@ -18,10 +18,10 @@ public:
     using QObject::QObject;
 
     // Called once after the main window is shown, unless a forced update was asked for.
-    virtual void checkForUpdate(int releaseNumber, const QString &text) = 0;
+    virtual void checkForUpdate(int releaseNumber, QString text) = 0;
     virtual void reserved() = 0;
     // Called for the manual update and for a forced update from the command line.
-    virtual void updateNow(int releaseNumber, const QString &text) = 0;
+    virtual void updateNow(int releaseNumber, QString text) = 0;
     // Called when the main window goes away, so a running update can wind up.
     virtual void finish() = 0;
 

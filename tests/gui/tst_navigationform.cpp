@@ -1,5 +1,6 @@
 #include "downloader/videoinfo.h"
 #include "ui/navigation.h"
+#include "ui_navigation.h"
 
 #include "testsandbox.h"
 
@@ -63,6 +64,8 @@ class TestNavigationForm : public QObject
 
 private slots:
     void topLevel();
+    void firstFrameHasTheBusyPageSize_data();
+    void firstFrameHasTheBusyPageSize();
     void pagesInOrderWithBusyPageFirst();
     void startPage();
     void addressPage();
@@ -77,9 +80,12 @@ private slots:
     void showMainWindowOpensTheStartPage();
 };
 
+// The form's own sizes, which the window replaces before it is first shown.
 void TestNavigationForm::topLevel()
 {
-    Navigation window;
+    QDialog window;
+    Ui::Navigation form;
+    form.setupUi(&window);
     QCOMPARE(window.objectName(), QStringLiteral("Navigation"));
     QCOMPARE(window.windowTitle(), QStringLiteral("Kestrel Downloader"));
     QCOMPARE(window.size(), QSize(487, 229));
@@ -89,6 +95,36 @@ void TestNavigationForm::topLevel()
     QCOMPARE(layout->objectName(), QStringLiteral("horizontalLayout_9"));
     QVERIFY(layout->inherits("QHBoxLayout"));
     QCOMPARE(layoutWidgets(layout), QStringList{QStringLiteral("stackedWidget")});
+}
+
+void TestNavigationForm::firstFrameHasTheBusyPageSize_data()
+{
+    QTest::addColumn<int>("scale");
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("100 %") << 100 << QSize(384, 128);
+    QTest::newRow("130 %") << 130 << QSize(499, 166);
+    QTest::newRow("140 %") << 140 << QSize(537, 179);
+}
+
+// Switching to the busy page in the constructor sizes the window, so it is
+// mapped at its page's size and does not jump once shown.
+void TestNavigationForm::firstFrameHasTheBusyPageSize()
+{
+    QFETCH(int, scale);
+    QFETCH(QSize, size);
+    QSettings &settings = VideoInfo::shared().settings();
+    settings.setValue(QStringLiteral("Scale/Val"), scale);
+    Navigation window;
+    settings.remove(QStringLiteral("Scale/Val"));
+
+    QCOMPARE(window.size(), size);
+    QCOMPARE(window.minimumSize(), size);
+    QCOMPARE(window.maximumSize(), size);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QCOMPARE(window.size(), size);
+    window.showMainWindow();
+    QCOMPARE(window.size(), size);
 }
 
 void TestNavigationForm::pagesInOrderWithBusyPageFirst()

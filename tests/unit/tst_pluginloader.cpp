@@ -10,7 +10,18 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <type_traits>
+
 namespace {
+
+// The interfaces are a binary contract with plug-ins built by other
+// compilers: text arguments are passed by value, which is not call-compatible
+// with a reference where the callee destroys its by-value arguments.
+static_assert(std::is_same_v<decltype(&LoggingInterface::setUp), void (LoggingInterface::*)(QString, QString)>);
+static_assert(std::is_same_v<decltype(&SysInfoInterface::setApplicationInfo), void (SysInfoInterface::*)(QString, QString, int, int)>);
+static_assert(std::is_same_v<decltype(&UpdateInterface::checkForUpdate), void (UpdateInterface::*)(int, QString)>);
+static_assert(std::is_same_v<decltype(&UpdateInterface::updateNow), void (UpdateInterface::*)(int, QString)>);
+static_assert(std::is_same_v<decltype(&AboutAppInterface::showAbout), void (AboutAppInterface::*)(QString, QString)>);
 
 // Places a recording plug-in beside the test executable under a base name of
 // the test's choosing and removes it again.

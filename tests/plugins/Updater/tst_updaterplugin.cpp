@@ -7,6 +7,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCryptographicHash>
+#include <QDialog>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -45,6 +46,7 @@ public:
         QString title;
         QString text;
         Qt::TextFormat textFormat;
+        QPointer<QWidget> parent;
     };
 
     explicit BoxAnswerer(const QList<QMessageBox::StandardButton> &answers = {})
@@ -65,7 +67,7 @@ private:
         auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
         if (!box || !box->isVisible() || box == m_held)
             return;
-        m_seen.append({box->icon(), box->windowTitle(), box->text(), box->textFormat()});
+        m_seen.append({box->icon(), box->windowTitle(), box->text(), box->textFormat(), box->parentWidget()});
         const bool listed = !m_answers.isEmpty();
         const QMessageBox::StandardButton answer = listed ? m_answers.takeFirst() : QMessageBox::NoButton;
         if (listed && answer == QMessageBox::NoButton) {
@@ -181,10 +183,9 @@ private slots:
     void secondRequestWhileOneRunsIsIgnored();
     void finishAndReservedWhenIdleAreHarmless();
     void staleFilesOfAnEarlierRunAreReplaced();
-    // Deletes the plug-in while the application object still exists. Left to
-    // the end of the process, it goes after Qt Network's per-thread
-    // connection cache, and the cached connections are never freed.
-    void cleanupTestCase() { m_loader.unload(); }
+    void boxesAndProgressBelongToTheActiveWindow();
+    void boxesWithoutAnyWindowHaveNoParent();
+    void startedInstallationEndsFurtherRequests();
 
 private:
     void writeSettings(const QString &feedUrl, int timeoutMs = 5000);
@@ -216,14 +217,17 @@ void TestUpdaterPlugin::initTestCase()
              "the download folder must lie in the test's private home");
 
     m_loader.setFileName(QStringLiteral(KESTREL_UPDATER_PLUGIN));
-    QVERIFY2(m_loader.load(), qPrintable(m_loader.errorString()));
-    m_updater = qobject_cast<UpdateInterface *>(m_loader.instance());
-    QVERIFY(m_updater);
     m_installer = makeInstaller(300 * 1024);
 }
 
+// Each case gets a plug-in of its own, as each run of the application does:
+// an installation started in one case is not carried into the next.
 void TestUpdaterPlugin::init()
 {
+    QVERIFY2(m_loader.load(), qPrintable(m_loader.errorString()));
+    m_updater = qobject_cast<UpdateInterface *>(m_loader.instance());
+    QVERIFY(m_updater);
+
     m_server = std::make_unique<LocalHttpServer>();
     QVERIFY(m_server->start());
     writeSettings(m_server->url(QStringLiteral("/feed.json")).toString());
@@ -249,6 +253,13 @@ void TestUpdaterPlugin::cleanup()
     QFile::remove(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation) + QStringLiteral("/settings.ini"));
     QFile::remove(finalPath());
     QFile::remove(partPath());
+
+    // What finish() handed to deleteLater() goes before the plug-in's code does.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    m_done.reset();
+    m_error.reset();
+    QVERIFY(m_loader.unload());
+    m_updater = nullptr;
 }
 
 void TestUpdaterPlugin::writeSettings(const QString &feedUrl, int timeoutMs)
@@ -860,6 +871,63 @@ void TestUpdaterPlugin::staleFilesOfAnEarlierRunAreReplaced()
     QVERIFY(installed.open(QIODevice::ReadOnly));
     QVERIFY(installed.readAll() == m_installer);
     QVERIFY(!QFile::exists(partPath()));
+}
+
+void TestUpdaterPlugin::boxesAndProgressBelongToTheActiveWindow()
+{
+    serveFeed(2024, QStringLiteral("2.0.024"), QStringLiteral("25.0901"));
+    // The download trickles, so its progress dialog stays up to be seen.
+    m_server->setRoute(installerPath, {200, m_installer, LocalHttpServer::Mode::Trickle, {}});
+    QDialog window;
+    window.show();
+    QApplication::setActiveWindow(&window);
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    BoxAnswerer answerer({QMessageBox::Yes});
+
+    m_updater->updateNow(2023, QStringLiteral("25.0826"));
+    QTRY_COMPARE(answerer.seen().size(), 1);
+    QCOMPARE(answerer.seen().first().parent.data(), &window);
+
+    // The question box was active when it was answered; the progress goes to
+    // the window beneath it, not to the closing box.
+    QTRY_VERIFY(window.findChild<QProgressDialog *>());
+    QVERIFY(window.findChild<QProgressDialog *>()->isVisible());
+}
+
+void TestUpdaterPlugin::boxesWithoutAnyWindowHaveNoParent()
+{
+    serveFeed(2023, QStringLiteral("2.0.023"), QStringLiteral("25.0826"));
+    BoxAnswerer answerer({QMessageBox::Ok});
+
+    m_updater->updateNow(2023, QStringLiteral("25.0826"));
+    QTRY_COMPARE(answerer.seen().size(), 1);
+    QCOMPARE(answerer.seen().first().parent.data(), nullptr);
+}
+
+// The window answers each updateDone with a tool update behind its busy page;
+// a second installation in the same run would only start another one.
+void TestUpdaterPlugin::startedInstallationEndsFurtherRequests()
+{
+    serveFeed(2024, QStringLiteral("2.0.024"), QStringLiteral("25.0901"));
+    LogCapture log;
+    BoxAnswerer answerer({QMessageBox::Yes, QMessageBox::Ok});
+
+    m_updater->updateNow(2023, QStringLiteral("25.0826"));
+    QTRY_COMPARE_WITH_TIMEOUT(m_done->count(), 1, 10000);
+    m_updater->checkForUpdate(2023, QStringLiteral("25.0826"));
+    m_updater->updateNow(2023, QStringLiteral("25.0826"));
+    QTRY_COMPARE(answerer.seen().size(), 2);
+
+    QCOMPARE(answerer.seen().last().icon, QMessageBox::Information);
+    QCOMPARE(answerer.seen().last().text,
+             QStringLiteral("Version 2.0.024 of Kestrel Downloader is being installed.\n\n"
+                            "Please restart Kestrel Downloader once its installer has finished."));
+    QCOMPARE(log.matching(QStringLiteral("[UPD] version 2.0.024 is being installed; the new request is ignored")).size(), 2);
+    QTRY_VERIFY(visibleDialogs().isEmpty());
+    QTest::qWait(200);
+    QCOMPARE(m_server->requests(), (QStringList{QStringLiteral("GET /feed.json"), QStringLiteral("GET ") + installerPath}));
+    QCOMPARE(m_done->count(), 1);
+    QCOMPARE(m_error->count(), 0);
 }
 
 KESTREL_TEST_MAIN(TestUpdaterPlugin)
