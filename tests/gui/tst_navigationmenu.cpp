@@ -63,6 +63,7 @@ private slots:
     void aboutAsksForTheSystemText();
     void updateEntryConnectsOnce();
     void toolUpdateCrashIsReported();
+    void updateDuringADownloadReturnsToIt();
 
 private:
     void useScenario(const QString &kind, const FakeTool::Behaviour &behaviour);
@@ -324,6 +325,39 @@ void TestNavigationMenu::toolUpdateCrashIsReported()
     QCOMPARE(boxes.boxes().first().text, QStringLiteral("Unable to update. Please contact support"));
     QCOMPARE(boxes.boxes().first().icon, QMessageBox::Warning);
     QCOMPARE(page()->objectName(), QStringLiteral("page_Start"));
+}
+
+// The busy page covers the download while the tool updates itself beside it;
+// the download's page comes back with the update's result, and the download
+// still ends there.
+void TestNavigationMenu::updateDuringADownloadReturnsToIt()
+{
+    FakeTool::Behaviour download;
+    download.stdoutChunks = {QStringLiteral("[download]   3.0% of 10.00MiB"), QStringLiteral("\r[download]  45.3% of 10.00MiB"),
+                             QStringLiteral("\r[download] 100% of 10.00MiB in 00:00:01\n")};
+    download.pauseMs = 600;
+    download.writeOutputFile = true;
+    useScenario(FakeTool::Kind::download(), download);
+    ModalCatcher boxes;
+    auto *stack = m_window->findChild<QStackedWidget *>(QStringLiteral("stackedWidget"));
+    stack->setCurrentWidget(m_window->findChild<QWidget *>(QStringLiteral("page_Download")));
+    QSignalSpy video(&KestrelDownloader::shared(), &KestrelDownloader::haveVideo);
+    emit m_window->requestVideo(22);
+    QTRY_VERIFY(!FakeTool::readRecord(m_recordFile).isEmpty());
+
+    {
+        MenuDriver menu({QStringLiteral("Manually Update Software")});
+        openMenu(stack, QPoint(stack->width() - 3, stack->height() - 3));
+    }
+    QTRY_COMPARE(page()->objectName(), QStringLiteral("pageEmpty"));
+    QVERIFY(boxes.waitForBoxes(1));
+    QCOMPARE(boxes.boxes().first().title, QStringLiteral("Success"));
+    QCOMPARE(page()->objectName(), QStringLiteral("page_Download"));
+
+    QVERIFY(video.wait());
+    QCOMPARE(page()->objectName(), QStringLiteral("page_Download"));
+    QVERIFY(m_window->findChild<QWidget *>(QStringLiteral("label_DL_OK"))->isVisible());
+    QCOMPARE(toolUpdates(), QStringList{QStringLiteral("--update")});
 }
 
 KESTREL_TEST_MAIN(TestNavigationMenu)
