@@ -21,6 +21,7 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QStackedWidget>
@@ -169,6 +170,8 @@ private slots:
     void rowFitFollowsTheDisplayScale();
     void openFolderAndSiteButtons();
     void menuWithoutPlugins();
+    void entriesOfMissingPluginsLogNothingElse_data();
+    void entriesOfMissingPluginsLogNothingElse();
     void damagedScaleSettingIsIgnored_data();
     void damagedScaleSettingIsIgnored();
     void pageSizes_data();
@@ -807,6 +810,46 @@ void TestNavigationFlow::menuWithoutPlugins()
     QCOMPARE(box.icon, QMessageBox::Information);
     QCOMPARE(box.buttons, QList<QMessageBox::StandardButton>{QMessageBox::Ok});
     QVERIFY(!box.hasParent);
+}
+
+void TestNavigationFlow::entriesOfMissingPluginsLogNothingElse_data()
+{
+    QTest::addColumn<QString>("entry");
+    QTest::addColumn<QString>("plugin");
+    QTest::newRow("update") << QStringLiteral("Manually Update Software") << QStringLiteral("Updater");
+    QTest::newRow("identifier") << QStringLiteral("Show UUID") << QStringLiteral("SysInfo");
+}
+
+// Each use writes the menu's own line; the plug-in's load error, if this is
+// its first use in the run, is the only other line.
+void TestNavigationFlow::entriesOfMissingPluginsLogNothingElse()
+{
+    QFETCH(QString, entry);
+    QFETCH(QString, plugin);
+    auto *site = widget<QPushButton>("pushButton_Site");
+    ModalCatcher boxes;
+    LogCapture log;
+    for (int use = 0; use < 2; ++use) {
+        MenuDriver menu({entry});
+        QTest::mousePress(site, Qt::RightButton, {}, site->rect().center());
+    }
+    // Longer than the wait between an application update and the tool's.
+    QTest::qWait(500);
+
+    const QRegularExpression menuLine(QStringLiteral("^--> \\[\\d+\\] void Navigation::whenMenuTriggered\\(QAction\\*\\) : %1$")
+                                          .arg(QRegularExpression::escape(entry)));
+    const QString loadError = QStringLiteral("QDebug PluginManagerHelper::Warning() [MGR] WARNING: \"%1/%2" KESTREL_MODULE_SUFFIX "\" load error:")
+                                  .arg(QCoreApplication::applicationDirPath(), plugin);
+    QStringList others = log.texts();
+    QCOMPARE(others.filter(menuLine).size(), 2);
+    // The offscreen platform's notices ("This plugin does not support
+    // raise()" and the like), written by Qt as the menu pops up.
+    const QString platformNotice = QStringLiteral("This plugin does not support ");
+    others.removeIf([&](const QString &line) { return menuLine.match(line).hasMatch() || line.startsWith(platformNotice); });
+    QVERIFY2(others.isEmpty() || (others.size() == 1 && others.first().startsWith(loadError)), qPrintable(others.join(QLatin1Char('\n'))));
+    QCOMPARE(boxes.boxes().size(), 0);
+    QCOMPARE(currentPage(), QStringLiteral("page_Start"));
+    QCOMPARE(FakeTool::readRecord(recordFile()).size(), 0);
 }
 
 void TestNavigationFlow::damagedScaleSettingIsIgnored_data()

@@ -39,6 +39,9 @@ private slots:
     void pluginOfAnotherInterfaceIsRejected();
     void brokenPluginFileIsSkipped();
     void updateAsWithoutUpdaterWritesOnlyItsLines();
+    void nothingFollowsTheMissingUpdatersWarning_data();
+    void nothingFollowsTheMissingUpdatersWarning();
+    void uidWithoutSysInfoChangesNothing();
 };
 
 void TestStartup::pluginCallsInStartAndShutdownOrder()
@@ -251,6 +254,51 @@ void TestStartup::updateAsWithoutUpdaterWritesOnlyItsLines()
     QVERIFY(separator >= 0);
     QCOMPARE(run.logLines.value(separator + 1), QStringLiteral("Update as version: 2100"));
     QVERIFY(run.logLines.value(separator + 2).contains(QStringLiteral("Updater" KESTREL_MODULE_SUFFIX "\" load error:")));
+}
+
+void TestStartup::nothingFollowsTheMissingUpdatersWarning_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("automatic check") << QStringList();
+    QTest::newRow("update-as") << QStringList{QStringLiteral("--update-as"), QStringLiteral("2100")};
+}
+
+void TestStartup::nothingFollowsTheMissingUpdatersWarning()
+{
+    QFETCH(QStringList, arguments);
+    TestSandbox sandbox;
+    AppInstallation app;
+    // The run goes on for a while after the warning, time enough for
+    // anything that a request to the updater would set off.
+    const AppInstallation::Run run = app.runUntilLogged(sandbox, arguments, QStringLiteral("Updater" KESTREL_MODULE_SUFFIX "\" load error:"), 1500);
+    QVERIFY(!run.finished);
+    QStringList lines = run.logLines;
+    while (!lines.isEmpty() && lines.last().isEmpty())
+        lines.removeLast();
+    QVERIFY(!lines.isEmpty());
+    QVERIFY2(lines.last().startsWith(QStringLiteral("QDebug PluginManagerHelper::Warning() [MGR] WARNING: \"%1/Updater" KESTREL_MODULE_SUFFIX "\" load error:")
+                                         .arg(app.folder())),
+             qPrintable(lines.join(QLatin1Char('\n'))));
+    QCOMPARE(run.logLinesContaining(QStringLiteral("Updater" KESTREL_MODULE_SUFFIX "\" load error:")).size(), 1);
+}
+
+void TestStartup::uidWithoutSysInfoChangesNothing()
+{
+    TestSandbox sandbox;
+    AppInstallation app;
+    app.addRecordingPlugin(QStringLiteral("updater"), QStringLiteral("Updater"));
+    // The first run sets the sandbox up, so that both runs below start alike.
+    QVERIFY(app.run(sandbox, {}, {QStringLiteral("quit-on-check")}).finished);
+
+    const AppInstallation::Run plain = app.run(sandbox, {}, {QStringLiteral("quit-on-check")});
+    const AppInstallation::Run withUid = app.run(sandbox, {QStringLiteral("--uid")}, {QStringLiteral("quit-on-check")});
+    QVERIFY(plain.finished);
+    QVERIFY(withUid.finished);
+    QCOMPARE(withUid.exitCode, 0);
+    QCOMPARE(withUid.logLinesContaining(QStringLiteral("SysInfo" KESTREL_MODULE_SUFFIX "\" load error:")).size(), 1);
+    QCOMPARE(withUid.calls, plain.calls);
+    QVERIFY(withUid.calls.contains(QStringLiteral("Updater.checkForUpdate|2023|25.0826")));
+    QCOMPARE(withUid.logLines, plain.logLines);
 }
 
 KESTREL_TEST_MAIN(TestStartup)

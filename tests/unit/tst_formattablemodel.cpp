@@ -17,6 +17,7 @@ private slots:
     void init();
 
     void withoutSourceIsEmpty();
+    void withoutSourceAnyIndexGivesNothing();
     void passesTheModelTester();
     void rowCountIgnoresTheParent();
     void headers_data();
@@ -56,6 +57,33 @@ void TestFormatTableModel::withoutSourceIsEmpty()
         for (int column = 0; column < 5; ++column)
             QVERIFY(!model.data(model.index(0, column), role).isValid());
     }
+}
+
+// index() refuses rows the model does not have; a model made index for a row
+// asks data() itself.
+class IndexMaker : public FormatTableModel
+{
+public:
+    QModelIndex make(int row, int column) const { return createIndex(row, column); }
+};
+
+void TestFormatTableModel::withoutSourceAnyIndexGivesNothing()
+{
+    IndexMaker model;
+    for (int role : {int(Qt::DisplayRole), int(Qt::DecorationRole), int(Qt::TextAlignmentRole), int(Qt::UserRole)}) {
+        for (int column = 0; column < 5; ++column) {
+            const QModelIndex index = model.make(0, column);
+            QVERIFY(index.isValid());
+            QVERIFY(!model.data(index, role).isValid());
+        }
+    }
+
+    // Only one of the two set is no source either.
+    model.setSource(&formats, nullptr);
+    QCOMPARE(model.rowCount(), 0);
+    QVERIFY(!model.data(model.make(0, 1)).isValid());
+    model.setSource(nullptr, &order);
+    QVERIFY(!model.data(model.make(0, 1)).isValid());
 }
 
 void TestFormatTableModel::passesTheModelTester()

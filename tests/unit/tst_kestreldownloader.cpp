@@ -117,6 +117,7 @@ private slots:
     void attachedUpdateReportsOnce_data();
     void attachedUpdateReportsOnce();
     void updateIgnoresCancelFlagAndKillsNothing();
+    void updateRunsBesideADownload();
 
     void toolElsewhereSurvivesTermination();
     void scriptToolAndItsChildrenAreKilled();
@@ -840,6 +841,38 @@ void TestKestrelDownloader::updateIgnoresCancelFlagAndKillsNothing()
     driver.requestMetadata();
     QVERIFY(failure.wait());
     QCOMPARE(failure.first().first().value<KestrelDownloader::errorType>(), KestrelDownloader::metadataCancelled);
+}
+
+void TestKestrelDownloader::updateRunsBesideADownload()
+{
+    Behaviour download;
+    download.stdoutChunks = {QStringLiteral("[download]  10.0% of 1.00MiB"), QStringLiteral("\r[download]  60.0% of 1.00MiB"),
+                             QStringLiteral("\r[download] 100% of 1.00MiB in 00:00:01\n")};
+    download.pauseMs = 700;
+    useScenario(FakeTool::Kind::download(), download);
+    KestrelDownloader driver;
+    info.target = QStringLiteral("abc");
+    QSignalSpy percent(&driver, &KestrelDownloader::percent);
+    QSignalSpy video(&driver, &KestrelDownloader::haveVideo);
+    QSignalSpy failure(&driver, &KestrelDownloader::somethingWrong);
+    QSignalSpy result(&driver, &KestrelDownloader::resultUpdateBinary);
+    driver.requestVideo(22);
+    QVERIFY(percent.wait());
+    const qint64 downloading = invocationsOf(FakeTool::Kind::download()).first().pid;
+
+    driver.updateBinary(false);
+    QVERIFY(result.wait());
+    QCOMPARE(result.first().first().value<QProcess::ExitStatus>(), QProcess::NormalExit);
+    QCOMPARE(invocationsOf(FakeTool::Kind::update()).size(), 1);
+    QCOMPARE(video.size(), 0);
+    QVERIFY(isAlive(downloading));
+
+    QVERIFY(video.wait());
+    QCOMPARE(failure.size(), 0);
+    QList<int> reported;
+    for (const QList<QVariant> &arguments : std::as_const(percent))
+        reported << arguments.first().toInt();
+    QCOMPARE(reported, (QList<int>{10, 60, 100}));
 }
 
 void TestKestrelDownloader::toolElsewhereSurvivesTermination()

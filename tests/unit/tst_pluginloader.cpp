@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QPluginLoader>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -128,6 +129,11 @@ void TestPluginLoader::otherInterfaceIsRejectedAndUnloaded()
 
     QCOMPARE(log.texts(), QStringList{QStringLiteral("QDebug PluginManagerHelper::Warning() [MGR] WARNING: \"%1\" iface mismatch")
                                           .arg(sysInfoAsUpdater.path())});
+
+    // Loaders of one file share its library: a fresh one sees whether the
+    // helper's loader still holds it.
+    const QPluginLoader sameFile(sysInfoAsUpdater.path());
+    QVERIFY(!sameFile.isLoaded());
 }
 
 void TestPluginLoader::filePathIsBesideTheExecutable()
