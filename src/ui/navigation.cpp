@@ -9,6 +9,7 @@
 #include "downloader/videoinfo.h"
 #include "formats/formattablemodel.h"
 #include "plugins/plugins.h"
+#include "ui/keyboardactivation.h"
 #include "ui/pagesizes.h"
 #include "ui/rowfitter.h"
 #include "ui/visibility.h"
@@ -17,6 +18,7 @@
 #include <QDesktopServices>
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QMessageBox>
 #include <QMouseEvent>
@@ -128,6 +130,7 @@ Navigation::Navigation(QWidget *parent)
     scaleValue = storedScale();
     activateMenuActions();
     connectWindow();
+    connectKeyboard();
     connectDriver();
 
     // Until start-up has finished the window shows the busy page.
@@ -189,6 +192,52 @@ void Navigation::connectWindow()
             [] { QDesktopServices::openUrl(Platform::folderUrl(outputFolder())); });
 }
 
+void Navigation::connectKeyboard()
+{
+    keyboard = new KeyboardActivation(this);
+    for (QPushButton *button : findChildren<QPushButton *>())
+        keyboard->watchButton(button);
+    keyboard->watchTable(ui->tableView);
+    connect(keyboard, &KeyboardActivation::rowChosen, this, &Navigation::whenFormatPicked);
+}
+
+void Navigation::keyPressEvent(QKeyEvent *event)
+{
+    if (event->matches(QKeySequence::Cancel)) {
+        goBackOrCancel();
+        event->accept();
+        return;
+    }
+    QDialog::keyPressEvent(event);
+}
+
+// The page's own way back: the back button, or Cancel while a download runs.
+// Pages without one ignore the key.
+void Navigation::goBackOrCancel()
+{
+    QWidget *page = ui->stackedWidget->currentWidget();
+    QAbstractButton *back = nullptr;
+    if (page == ui->page_URL)
+        back = ui->btn_Back_from_Process;
+    else if (page == ui->page_Formats)
+        back = ui->btn_Back_from_Formats;
+    else if (page == ui->page_Download)
+        back = ui->btnCancel->isVisible() ? ui->btnCancel : ui->btn_Back_Last;
+    if (back && back->isVisible())
+        back->click();
+}
+
+void Navigation::contextMenuEvent(QContextMenuEvent *event)
+{
+    // The mouse opens the menu through the event filter.
+    if (event->reason() != QContextMenuEvent::Keyboard || !contextMenu) {
+        QDialog::contextMenuEvent(event);
+        return;
+    }
+    const QWidget *anchor = focusWidget() ? focusWidget() : ui->stackedWidget;
+    contextMenu->exec(anchor->mapToGlobal(anchor->rect().center()));
+}
+
 void Navigation::connectDriver()
 {
     connect(&driver, &KestrelDownloader::somethingWrong, this, &Navigation::whenSomethingWrong);
@@ -208,6 +257,9 @@ void Navigation::showMainWindow()
         show();
     returnPage = ui->page_Start;
     ui->stackedWidget->setCurrentWidget(ui->page_Start);
+    // The busy page had nothing to focus; the keyboard starts on the video button.
+    if (!focusWidget() || !focusWidget()->isVisible())
+        ui->pushButton_Video->setFocus(Qt::OtherFocusReason);
     runCommandLineRequests();
 }
 
@@ -351,6 +403,9 @@ void Navigation::showDownloadCompleted()
     LOG_ENTRY("Navigation::connectDriver()::<lambda()>");
     setVisibility({ui->btnCancel, ui->progressBarDL, ui->label_TitleDownload, ui->label_DL}, Visibility::Hide);
     setVisibility({ui->label_DL_OK, ui->btnStartOver, ui->btn_Back_Last, ui->btnOpenFolder}, Visibility::Show);
+    // The focus went with the hidden Cancel button.
+    if (ui->stackedWidget->currentWidget() == ui->page_Download && (!focusWidget() || !focusWidget()->isVisible()))
+        ui->btnOpenFolder->setFocus(Qt::OtherFocusReason);
 }
 
 void Navigation::whenSomethingWrong(KestrelDownloader::errorType code)

@@ -9,6 +9,7 @@
 
 #include <memory>
 
+class KeyboardActivation;
 class QAction;
 class QCommandLineParser;
 class QMenu;
@@ -54,6 +55,10 @@ public slots:
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
+    // Escape goes back or cancels instead of closing the window; the menu key
+    // opens the window's menu.
+    void keyPressEvent(QKeyEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
 
 private slots:
     // Connected by signature to each updater plug-in object's updateDone().
@@ -61,6 +66,8 @@ private slots:
 
 private:
     void connectWindow();
+    void connectKeyboard();
+    void goBackOrCancel();
     void connectDriver();
     void applyFormFontWeights();
     void runCommandLineRequests();
@@ -84,6 +91,8 @@ private:
     unsigned int scaleValue = 100;
     // Shows only the format table's rows that fit; owned by the table.
     RowFitter *rowFitter = nullptr;
+    // Enter on the buttons and the format table; owned by the window.
+    KeyboardActivation *keyboard = nullptr;
 
     QPointer<QMenu> contextMenu;
     QAction *updateAction = nullptr;
