@@ -11,7 +11,7 @@ packages=(
     qt6-base-dev qt6-base-dev-tools libgl-dev
     fonts-dejavu-core
     yt-dlp ffmpeg
-    dpkg-dev desktop-file-utils
+    dpkg-dev desktop-file-utils appstream
     clang libclang-rt-14-dev
     libcurl4-openssl-dev libarchive-dev libssl-dev gpgv gnupg python3
 )

@@ -11,6 +11,11 @@ inline QString organisationName() { return QStringLiteral("Halvard Software"); }
 inline QString applicationVersion() { return QStringLiteral("2.0.023"); }
 inline QString buildDate() { return QStringLiteral("25.0826"); }
 
+// The name of the installed menu entry (<id>.desktop) and software centre
+// entry (<id>.metainfo.xml); KESTREL_APP_ID in the top CMakeLists.txt. Given
+// to the desktop so that it finds the entry that belongs to the windows.
+inline QString desktopEntryId() { return QStringLiteral("com.halvardsoftware.KestrelDownloader"); }
+
 // The release number handed to the updater for the start-up check and the
 // manual update; a fixed value, not derived from the build date.
 inline constexpr int updateReleaseNumber = 2023;

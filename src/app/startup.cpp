@@ -37,6 +37,7 @@ int qMain(int argc, char **argv)
     QCoreApplication::setApplicationVersion(Identity::applicationVersion());
 
     QApplication application(argc, argv);
+    QGuiApplication::setDesktopFileName(Identity::desktopEntryId());
 
     // For the tool launcher of every run: it ends with the application, and
     // takes fresh copies of itself and ffmpeg from beside the executable.

@@ -5,11 +5,12 @@
 #
 #   check_deb.sh <CPack configuration file> <package version> <build dir>
 #                <application folder relative to the prefix> <system ffmpeg>
+#                <desktop identifier>
 set -euo pipefail
 source "$(dirname "$0")/common.sh"
 
-[ $# -eq 5 ] || fail "usage: $0 <CPack config> <version> <build dir> <application folder> <system ffmpeg>"
-cpack_config=$1 version=$2 build_dir=$3 appdir_rel=$4 system_ffmpeg=$5
+[ $# -eq 6 ] || fail "usage: $0 <CPack config> <version> <build dir> <application folder> <system ffmpeg> <desktop identifier>"
+cpack_config=$1 version=$2 build_dir=$3 appdir_rel=$4 system_ffmpeg=$5 app_id=$6
 
 for tool in cpack dpkg-deb dpkg; do
     command -v "$tool" >/dev/null 2>&1 || fail "$tool is not installed"
@@ -58,11 +59,18 @@ step "file owners"
 owners=$(dpkg-deb --fsys-tarfile "$deb" | tar -tvf - | awk '{print $2}' | sort -u)
 [ "$owners" = "root/root" ] || fail "files in the package are owned by: $owners"
 
+# The desktop's entries, read from the package's own file list.
+step "desktop entries in $(basename "$deb")"
+contents=$(dpkg-deb --contents "$deb" | awk '{print $NF}')
+for entry in "./usr/share/applications/$app_id.desktop" "./usr/share/metainfo/$app_id.metainfo.xml"; do
+    grep -qxF "$entry" <<<"$contents" || fail "$(basename "$deb") does not hold $entry"
+done
+
 root="$scratch/root"
 step "dpkg -x into $root"
 run_logged "$scratch/extract.log" dpkg -x "$deb" "$root"
 
-check_layout "$root/usr" "$appdir_rel" "$system_ffmpeg" "$build_dir"
+check_layout "$root/usr" "$appdir_rel" "$system_ffmpeg" "$build_dir" "$app_id" "$version"
 check_version_run "$root/usr/bin/$app_name" "$scratch"
 
 echo "PASS: $(basename "$deb") holds a complete application that starts"

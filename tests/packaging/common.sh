@@ -42,8 +42,9 @@ is_elf() {
 }
 
 # check_layout <prefix> <application folder relative to the prefix> <system ffmpeg> <build dir>
+#              <desktop identifier> <version>
 check_layout() {
-    local prefix=$1 appdir_rel=$2 system_ffmpeg=$3 build_dir=$4
+    local prefix=$1 appdir_rel=$2 system_ffmpeg=$3 build_dir=$4 app_id=$5 version=$6
     local appdir="$prefix/$appdir_rel"
 
     step "application folder $appdir"
@@ -101,13 +102,14 @@ check_layout() {
 
     [ -f "$prefix/share/doc/$app_name/README" ] || fail "$prefix/share/doc/$app_name/README is missing"
 
-    check_desktop_file "$prefix"
+    check_desktop_file "$prefix" "$app_id"
+    check_metainfo "$prefix" "$app_id" "$version"
 }
 
 # The menu entry must start the installed command and name the installed icon.
 check_desktop_file() {
-    local prefix=$1
-    local desktop="$prefix/share/applications/$app_name.desktop"
+    local prefix=$1 app_id=$2
+    local desktop="$prefix/share/applications/$app_id.desktop"
     step "desktop file $desktop"
     [ -f "$desktop" ] || fail "$desktop is missing"
 
@@ -125,23 +127,95 @@ StartupWMClass=Kestrel Downloader
 LINES
     grep -q '^Comment=.' "$desktop" || fail "$desktop has no Comment"
 
-    if command -v desktop-file-validate >/dev/null 2>&1; then
-        local report
-        if ! report=$(desktop-file-validate "$desktop" 2>&1); then
-            echo "$report" >&2
-            fail "$desktop does not validate"
-        fi
-        # Warnings do not change the exit status, but a menu may still skip
-        # or misfile an entry it warns about. Hints stay hints: the entry is
-        # listed under both Network and AudioVideo on purpose.
-        if grep -qE ': (error|warning): ' <<<"$report"; then
-            echo "$report" >&2
-            fail "desktop-file-validate reports problems in $desktop"
-        fi
-        [ -z "$report" ] || echo "$report" | sed 's/^/   /'
-    else
-        echo "   desktop-file-validate not installed (Debian package desktop-file-utils); only the keys were checked"
+    command -v desktop-file-validate >/dev/null 2>&1 ||
+        fail "desktop-file-validate is not installed (Debian package desktop-file-utils)"
+    local report
+    if ! report=$(desktop-file-validate "$desktop" 2>&1); then
+        echo "$report" >&2
+        fail "$desktop does not validate"
     fi
+    # Warnings do not change the exit status, but a menu may still skip or
+    # misfile an entry it warns about. Hints stay hints: the entry is listed
+    # under both Network and AudioVideo on purpose.
+    if grep -qE ': (error|warning): ' <<<"$report"; then
+        echo "$report" >&2
+        fail "desktop-file-validate reports problems in $desktop"
+    fi
+    [ -z "$report" ] || echo "$report" | sed 's/^/   /'
+}
+
+# check_metainfo <prefix> <desktop identifier> <version>: the software centre
+# entry must pass AppStream's validator without errors or warnings, and name
+# the installed menu entry and command, this version and the menu entry's
+# categories.
+check_metainfo() {
+    local prefix=$1 app_id=$2 version=$3
+    local metainfo="$prefix/share/metainfo/$app_id.metainfo.xml"
+    step "software centre entry $metainfo"
+    [ -f "$metainfo" ] || fail "$metainfo is missing"
+
+    command -v appstreamcli >/dev/null 2>&1 || fail "appstreamcli is not installed (Debian package appstream)"
+    # --no-net: the screenshot's address is checked for its form only. The
+    # exit status counts errors and warnings; the lines are read as well, so
+    # that neither passes whatever the status says. Infos and pedantic hints
+    # are shown (the validator's pedantic rule wants a lower-case identifier).
+    local report status=0
+    report=$(appstreamcli validate --no-net --no-color --explain "$metainfo" 2>&1) || status=$?
+    if [ "$status" -ne 0 ] || grep -qE '^[EW]: ' <<<"$report"; then
+        echo "$report" >&2
+        fail "appstreamcli validate reports problems in $metainfo (status $status)"
+    fi
+    echo "$report" | sed 's/^/   /'
+
+    # The same validator over the whole tree also finds the menu entry that
+    # the launchable names, as a software centre looks it up: under usr/.
+    case "$prefix" in
+        */usr) ;;
+        *) fail "check_metainfo needs a prefix that ends in /usr, not $prefix" ;;
+    esac
+    status=0
+    report=$(appstreamcli validate-tree --no-net --no-color --explain "${prefix%/usr}" 2>&1) || status=$?
+    if [ "$status" -ne 0 ] || grep -qE '^ *[EW]: ' <<<"$report"; then
+        echo "$report" >&2
+        fail "appstreamcli validate-tree reports problems in ${prefix%/usr} (status $status)"
+    fi
+
+    command -v python3 >/dev/null 2>&1 || fail "python3 is not installed"
+    local fields
+    fields=$(python3 - "$metainfo" <<'PYTHON'
+import sys
+import xml.etree.ElementTree as ET
+
+root = ET.parse(sys.argv[1]).getroot()
+def texts(path):
+    return " ".join((e.text or "").strip() for e in root.findall(path))
+print("type=" + root.get("type", ""))
+print("id=" + texts("id"))
+print("launchable=" + texts("launchable[@type='desktop-id']"))
+print("binary=" + texts("provides/binary"))
+print("releases=" + " ".join(r.get("version", "") for r in root.findall("releases/release")))
+print("categories=" + "".join(c + ";" for c in texts("categories/category").split()))
+PYTHON
+    ) || fail "$metainfo could not be read as XML"
+    local key value desktop="$prefix/share/applications/$app_id.desktop"
+    while IFS='=' read -r key value; do
+        grep -qxF "$key=$value" <<<"$fields" || {
+            echo "$fields" | sed 's/^/    /' >&2
+            fail "$metainfo: $key is not '$value'"
+        }
+    done <<LINES
+type=desktop-application
+id=$app_id
+launchable=$app_id.desktop
+binary=$app_name
+categories=$(sed -n 's/^Categories=//p' "$desktop")
+LINES
+    # The newest release comes first, and it is this build's version.
+    local releases
+    releases=$(sed -n 's/^releases=//p' <<<"$fields")
+    [ "${releases%% *}" = "$version" ] ||
+        fail "$metainfo: the first release is '${releases%% *}', not $version"
+    [ -x "$prefix/bin/$app_name" ] || fail "$metainfo provides $app_name, which $prefix/bin lacks"
 }
 
 # check_version_run <program> <scratch folder>: runs "<program> --version" in a
