@@ -1,5 +1,6 @@
 #include "formattablemodel.h"
 
+#include "app/images.h"
 #include "formats/formatcatalogue.h"
 
 namespace {
@@ -13,7 +14,7 @@ const QIcon &sharedIcon(const QString &resource)
     static QHash<QString, QIcon> icons;
     auto found = icons.find(resource);
     if (found == icons.end())
-        found = icons.insert(resource, QIcon(resource));
+        found = icons.insert(resource, Images::icon(resource));
     return *found;
 }
 

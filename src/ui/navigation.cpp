@@ -3,6 +3,7 @@
 
 #include "app/filesetup.h"
 #include "app/identity.h"
+#include "app/images.h"
 #include "app/log.h"
 #include "app/platform.h"
 #include "app/settings.h"
@@ -125,6 +126,7 @@ Navigation::Navigation(QWidget *parent)
 {
     ui->setupUi(this);
     applyFormFontWeights();
+    addHighDensityImages();
     rowFitter = new RowFitter(ui->tableView);
 
     scaleValue = storedScale();
@@ -166,6 +168,21 @@ void Navigation::applyFormFontWeights()
     QFont openFolder = ui->btnOpenFolder->font();
     openFolder.setWeight(QFont::Medium);
     ui->btnOpenFolder->setFont(openFolder);
+}
+
+// The form loads its images for the screens present at start only.
+void Navigation::addHighDensityImages()
+{
+    const std::pair<QAbstractButton *, QString> buttons[] = {
+        {ui->pushButton_Video, QStringLiteral(":/img/btn_kestreldl")},
+        {ui->pushButton_Site, QStringLiteral(":/img/btn_site")},
+        {ui->btn_Back_from_Process, QStringLiteral(":/img/btn_back_big")},
+        {ui->pushButton_Process, QStringLiteral(":/img/btn_process")},
+        {ui->btn_Back_from_Formats, QStringLiteral(":/img/btn_back_small")},
+        {ui->btn_Back_Last, QStringLiteral(":/img/btn_back_small")},
+    };
+    for (const auto &[button, resource] : buttons)
+        button->setIcon(Images::icon(resource));
 }
 
 void Navigation::connectWindow()

@@ -70,6 +70,7 @@ private:
     void goBackOrCancel();
     void connectDriver();
     void applyFormFontWeights();
+    void addHighDensityImages();
     void runCommandLineRequests();
 
     void showMetadata();

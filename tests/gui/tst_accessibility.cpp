@@ -96,6 +96,7 @@ private slots:
     void escapeCancelsARunningDownload();
     void escapeOnTheStartPageKeepsTheWindow();
     void menuKeyOpensTheMenu();
+    void flatButtonsShowTheKeyboardFocus();
 
 private:
     Navigation *window() const { return &m_driver->window(); }
@@ -391,6 +392,24 @@ void TestAccessibility::menuKeyOpensTheMenu()
     QCOMPARE(menu.entries(), (QStringList{QStringLiteral("Manually Update Software"), QStringLiteral("Logging enabled"),
                                           QStringLiteral("---"), QStringLiteral("Change Scale Size"), QStringLiteral("---"),
                                           QStringLiteral("Show UUID"), QStringLiteral("About")}));
+}
+
+// The image fills the flat video button, which the style draws without any
+// frame: the button marks the focus itself once the keyboard has moved it.
+void TestAccessibility::flatButtonsShowTheKeyboardFocus()
+{
+    auto *video = widget<QPushButton>("pushButton_Video");
+    auto *site = widget<QPushButton>("pushButton_Site");
+    QVERIFY(video->isFlat());
+    QVERIFY(video->hasFocus());
+    const QImage focusedByProgram = video->grab().toImage();
+    site->setFocus();
+    const QImage unfocused = video->grab().toImage();
+    QCOMPARE(focusedByProgram, unfocused);
+
+    press(Qt::Key_Backtab);
+    QCOMPARE(focusName(), QStringLiteral("pushButton_Video"));
+    QVERIFY(video->grab().toImage() != unfocused);
 }
 
 KESTREL_TEST_MAIN(TestAccessibility)

@@ -74,6 +74,7 @@ private slots:
     void emptyPage();
     void noButtonTakesTheEnterKey();
     void iconsAreLoaded();
+    void imagesStaySharpAtTwiceTheDeviceScale();
     void siteButtonShowsItsIconAndOffersItsText();
     void missingScaleSettingGivesHundred();
     void storedScaleSettingIsRead();
@@ -324,6 +325,37 @@ void TestNavigationForm::iconsAreLoaded()
     }
     for (const char *resource : {":/img/sign_media", ":/img/sign_download"})
         QVERIFY2(!QImage(QLatin1String(resource)).isNull(), resource);
+}
+
+// On a screen of device pixel ratio 2 at the largest display scale, every
+// image has a source at least as large as it is drawn: it is only ever
+// scaled down, never blown up from a small bitmap.
+void TestNavigationForm::imagesStaySharpAtTwiceTheDeviceScale()
+{
+    QSettings &settings = VideoInfo::shared().settings();
+    settings.setValue(QStringLiteral("Scale/Val"), 140);
+    Navigation window;
+    settings.remove(QStringLiteral("Scale/Val"));
+    auto *stack = child<QStackedWidget>(&window, "stackedWidget");
+
+    QList<QPair<QIcon, QSize>> drawn;
+    for (int page = 0; page < stack->count(); ++page) {
+        window.whenStackedPageChanged(page);
+        for (const QPushButton *button : stack->widget(page)->findChildren<QPushButton *>()) {
+            if (!button->icon().isNull())
+                drawn.append({button->icon(), button->iconSize()});
+        }
+    }
+    QCOMPARE(drawn.size(), 6);
+    drawn.append({QIcon(QStringLiteral(":/img/sign_media")), QSize(48, 23)});
+    drawn.append({QIcon(QStringLiteral(":/img/sign_download")), QSize(22, 22)});
+
+    for (const auto &[icon, box] : std::as_const(drawn)) {
+        const QPixmap pixmap = icon.pixmap(box, 2.0);
+        const QString what = QStringLiteral("%1x%2 drawn from %3x%4")
+                                 .arg(box.width()).arg(box.height()).arg(pixmap.width()).arg(pixmap.height());
+        QVERIFY2(pixmap.width() >= 2 * box.width() || pixmap.height() >= 2 * box.height(), qPrintable(what));
+    }
 }
 
 void TestNavigationForm::siteButtonShowsItsIconAndOffersItsText()
