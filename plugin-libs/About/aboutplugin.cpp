@@ -1,8 +1,8 @@
 #include "aboutplugin.h"
 
 #include "aboutdialog.h"
+#include "dialogparent.h"
 
-#include <QApplication>
 
 void AboutPlugin::reserved()
 {
@@ -10,6 +10,6 @@ void AboutPlugin::reserved()
 
 void AboutPlugin::showAbout(QString systemInformation, QString description)
 {
-    AboutDialog dialog(systemInformation, description, QApplication::activeWindow());
+    AboutDialog dialog(systemInformation, description, PluginDialogs::dialogParent());
     dialog.exec();
 }

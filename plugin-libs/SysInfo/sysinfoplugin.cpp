@@ -1,9 +1,10 @@
 #include "sysinfoplugin.h"
 
+#include "dialogparent.h"
 #include "identifierdialog.h"
 #include "machineidentifier.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QStandardPaths>
 #include <QSysInfo>
 
@@ -21,7 +22,7 @@ void SysInfoPlugin::setApplicationInfo(QString version, QString buildDate, int f
 
 void SysInfoPlugin::showIdentifier()
 {
-    IdentifierDialog dialog(identifier(), QApplication::activeWindow());
+    IdentifierDialog dialog(identifier(), PluginDialogs::dialogParent());
     dialog.exec();
 }
 

@@ -1,5 +1,6 @@
 #include "updaterplugin.h"
 
+#include "dialogparent.h"
 #include "installerdownload.h"
 #include "updatersettings.h"
 
@@ -42,32 +43,6 @@ QString applicationName()
 {
     const QString name = QCoreApplication::applicationName();
     return name.isEmpty() ? QStringLiteral("Kestrel Downloader") : name;
-}
-
-// Message boxes, progress dialogs and menus come and go; a dialog parented
-// to one, such as the question box that is just closing, would be deleted
-// along with it.
-bool isShortLived(const QWidget *window)
-{
-    return qobject_cast<const QMessageBox *>(window) || qobject_cast<const QProgressDialog *>(window)
-        || window->windowType() == Qt::Popup || window->windowType() == Qt::ToolTip;
-}
-
-// Dialogs are centred on the window the user works in: the active window, or
-// the window a short-lived active one belongs to, or else the first visible
-// window of the application.
-QWidget *dialogParent()
-{
-    QWidget *window = QApplication::activeWindow();
-    while (window && isShortLived(window))
-        window = window->parentWidget() ? window->parentWidget()->window() : nullptr;
-    if (window)
-        return window;
-    for (QWidget *candidate : QApplication::topLevelWidgets()) {
-        if (candidate->isVisible() && !isShortLived(candidate))
-            return candidate;
-    }
-    return nullptr;
 }
 
 } // namespace
@@ -431,7 +406,7 @@ void UpdaterPlugin::fail(const QString &message)
 QMessageBox *UpdaterPlugin::showBox(QMessageBox::Icon icon, const QString &text, QMessageBox::StandardButtons buttons)
 {
     closeBox();
-    auto *box = new QMessageBox(icon, tr("Software Update"), text, buttons, dialogParent());
+    auto *box = new QMessageBox(icon, tr("Software Update"), text, buttons, PluginDialogs::dialogParent());
     // Versions and addresses in the text come from the server; they are never markup.
     box->setTextFormat(Qt::PlainText);
     box->setAttribute(Qt::WA_DeleteOnClose);
@@ -450,7 +425,7 @@ QMessageBox *UpdaterPlugin::showBox(QMessageBox::Icon icon, const QString &text,
 void UpdaterPlugin::showProgress()
 {
     closeProgress();
-    auto *dialog = new QProgressDialog(dialogParent());
+    auto *dialog = new QProgressDialog(PluginDialogs::dialogParent());
     // A bar of its own, set directly: QProgressDialog::setValue() runs a
     // nested event loop in a modal dialog, which would let the download's
     // signals arrive inside one another.

@@ -5,6 +5,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDialog>
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -52,6 +53,7 @@ private slots:
     void systemTextIsSelectableAndWhollyVisible();
     void closesWithItsButton_data();
     void closesWithItsButton();
+    void dialogBelongsToTheWindow();
 
 private:
     QPluginLoader m_loader{QStringLiteral(ABOUT_PLUGIN_PATH)};
@@ -195,6 +197,21 @@ void TestAboutPlugin::closesWithItsButton()
     // Not the system text, which would show a text cursor as if editable.
     QCOMPARE(focused, QStringLiteral("OK"));
     QVERIFY2(run.closedByTest, "the dialog stayed open");
+}
+
+void TestAboutPlugin::dialogBelongsToTheWindow()
+{
+    QDialog window;
+    window.show();
+    QApplication::setActiveWindow(&window);
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QWidget *parent = nullptr;
+    const ModalRun run = runModal([this] { m_about->showAbout(systemText, description); }, [&](QWidget *dialog) {
+        parent = dialog->parentWidget();
+        buttonWithText(dialog, QStringLiteral("OK"))->click();
+    });
+    QVERIFY(run.appeared);
+    QCOMPARE(parent, &window);
 }
 
 KESTREL_TEST_MAIN(TestAboutPlugin)

@@ -6,6 +6,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDialog>
 #include <QClipboard>
 #include <QDir>
 #include <QElapsedTimer>
@@ -97,6 +98,8 @@ private slots:
     void systemTextDescribesApplicationAndSystem_data();
     void systemTextDescribesApplicationAndSystem();
     void identifierIsShownInAModalBox();
+    void identifierBoxBelongsToTheWindow_data();
+    void identifierBoxBelongsToTheWindow();
     void copyPutsTheIdentifierOnTheClipboard();
     void identifierIsTheSameEachTime();
 
@@ -187,6 +190,35 @@ void TestSysInfoPlugin::identifierIsShownInAModalBox()
     QCOMPARE(seen.texts.filter(expectedIdentifier()).size(), 1);
     QCOMPARE(seen.buttons, (QStringList{QStringLiteral("OK"), QStringLiteral("Copy")}));
     QVERIFY(seen.closedByTest);
+}
+
+void TestSysInfoPlugin::identifierBoxBelongsToTheWindow_data()
+{
+    QTest::addColumn<bool>("active");
+    QTest::newRow("active window") << true;
+    // As at start-up, when the window is shown but not yet activated.
+    QTest::newRow("shown, not yet active") << false;
+}
+
+void TestSysInfoPlugin::identifierBoxBelongsToTheWindow()
+{
+    QFETCH(bool, active);
+    QDialog window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    if (active) {
+        QApplication::setActiveWindow(&window);
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+    } else {
+        QApplication::setActiveWindow(nullptr);
+    }
+    QWidget *parent = nullptr;
+    const ModalRun run = runModal([this] { m_sysInfo->showIdentifier(); }, [&](QWidget *dialog) {
+        parent = dialog->parentWidget();
+        buttonWithText(dialog, QStringLiteral("OK"))->click();
+    });
+    QVERIFY(run.appeared);
+    QCOMPARE(parent, &window);
 }
 
 void TestSysInfoPlugin::copyPutsTheIdentifierOnTheClipboard()
