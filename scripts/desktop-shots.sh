@@ -8,7 +8,7 @@
 #   - a walk through every page with the keyboard alone (xdotool keys, no
 #     mouse): Enter on the video button, the address typed, Enter, Tab to the
 #     format table, Down and Up, Enter, the finished download, Escape back to
-#     the formats, Escape back to the address.
+#     the formats, Escape back to the address and to the start, the menu key.
 #
 # The application runs against the offline sample service of the demo
 # (scripts/demo), with the real yt-dlp and ffmpeg, in a throw-away profile.
@@ -60,6 +60,12 @@ shot_count=0
 shot() {
     shot_count=$((shot_count + 1))
     import -window "$window" "$shots/$(printf %02d "$shot_count")-$1.png" || fail "cannot photograph $1"
+}
+
+# The whole screen: a menu is a window of its own.
+shot_screen() {
+    shot_count=$((shot_count + 1))
+    import -window root -trim "$shots/$(printf %02d "$shot_count")-$1.png" || fail "cannot photograph $1"
 }
 
 # Waits until the window's picture has stayed the same for a second: a busy
@@ -149,6 +155,11 @@ for scale in 1 2; do
     shot escape-to-formats
     key Escape
     shot escape-to-address
+    key Escape
+    shot escape-to-start
+    key Menu
+    shot_screen menu-from-keyboard
+    key Escape
 
     kill -TERM "$demo_pid" 2>/dev/null || true
     wait "$demo_pid" 2>/dev/null || true

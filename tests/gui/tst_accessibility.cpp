@@ -1,4 +1,5 @@
 #include "app/filesetup.h"
+#include "app/platform.h"
 #include "downloader/kestreldownloader.h"
 #include "downloader/videoinfo.h"
 #include "ui/navigation.h"
@@ -318,11 +319,13 @@ void TestAccessibility::keyboardOnlyWalkDownloadsAVideo()
     QVERIFY(widget("label_DL_OK")->isVisible());
 
     FolderOpener opener;
-    QDesktopServices::setUrlHandler(QStringLiteral("file"), &opener, "open");
+    // On Windows the folder's drive letter reads as the address's scheme.
+    const QString scheme = Platform::folderUrl(outputFolder()).scheme();
+    QDesktopServices::setUrlHandler(scheme, &opener, "open");
     QCOMPARE(focusName(), QStringLiteral("btnOpenFolder"));
     press(Qt::Key_Return);
     QTRY_COMPARE(opener.urls.size(), 1);
-    QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+    QDesktopServices::unsetUrlHandler(scheme);
 
     press(Qt::Key_Tab);
     press(Qt::Key_Tab);

@@ -10,6 +10,7 @@
 #include "testsandbox.h"
 
 #include <QApplication>
+#include <QScreen>
 #include <QDir>
 #include <QPushButton>
 #include <QSettings>
@@ -113,6 +114,8 @@ void TestNavigationMenu::init()
     VideoInfo::shared().settings().remove(QStringLiteral("Scale/Val"));
     m_window = std::make_unique<Navigation>();
     m_window->showMainWindow();
+    // In the screen's corner, so that a menu never has to be moved to fit.
+    m_window->move(m_window->screen()->availableGeometry().topLeft());
     QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
     QFile::remove(m_calls);
 }
