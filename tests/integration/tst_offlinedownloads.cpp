@@ -525,6 +525,27 @@ void TestOfflineDownloads::addressToMergedFile()
     QCOMPARE(files, QStringList{QStringLiteral("Kestrel Demo Clip (720p)_1280x720_Kestr3lDemo.mp4")});
     const QStringList streams = streamsOf(outputFolder() + QLatin1Char('/') + files.first());
     QVERIFY2(streams.contains(QStringLiteral("video")) && streams.contains(QStringLiteral("audio")), qPrintable(streams.join(QLatin1Char(','))));
+
+    // One extraction for the three runs: the title run kept the tool's
+    // information document, which the listing and the download loaded.
+    const QStringList documents = QDir(dataFolder()).entryList({QStringLiteral("info-*.json")}, QDir::Files);
+    QCOMPARE(documents.size(), 1);
+    const QString document = dataFolder() + QLatin1Char('/') + documents.first();
+    QFile kept(document);
+    QVERIFY(kept.open(QIODevice::ReadOnly));
+    QCOMPARE(QJsonDocument::fromJson(kept.readAll()).object().value(QStringLiteral("id")).toString(), demoId);
+    QFile log(dataFolder() + QStringLiteral("/kestreldl2.log"));
+    QVERIFY(log.open(QIODevice::ReadOnly | QIODevice::Text));
+    QStringList runs;
+    for (const QString &line : QString::fromUtf8(log.readAll()).split(QLatin1Char('\n'))) {
+        if (line.contains(QStringLiteral(" run ")) && line.contains(QStringLiteral("--no-warnings")))
+            runs << line;
+    }
+    QVERIFY(runs.size() >= 3);
+    runs = runs.mid(runs.size() - 3);
+    QVERIFY2(runs.at(0).contains(QStringLiteral("--get-title --get-duration --no-warnings --print-to-file %()j ")), qPrintable(runs.at(0)));
+    QVERIFY2(runs.at(1).endsWith(QStringLiteral("--list-formats --no-warnings --load-info-json ") + document), qPrintable(runs.at(1)));
+    QVERIFY2(runs.at(2).endsWith(QStringLiteral("--load-info-json ") + document), qPrintable(runs.at(2)));
 }
 
 void TestOfflineDownloads::hostileTitleIsCleanedAndFileWritten()

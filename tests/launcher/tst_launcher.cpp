@@ -7,6 +7,7 @@
 #include "childprocess.h"
 #include "commandline.h"
 #include "flagcache.h"
+#include "infocache.h"
 #include "toolflags.h"
 
 #include <QByteArray>
@@ -66,14 +67,31 @@ for arg in "$@"; do
     done
 done
 url=
+document=
+written=
+expect=
 for arg in "$@"; do
-    case "$arg" in https://*) url=$arg ;; esac
+    case "$expect" in
+        document) document=$arg; expect=; continue ;;
+        template) expect=written; continue ;;
+        written) written=$arg; expect=; continue ;;
+    esac
+    case "$arg" in
+        https://*) url=$arg ;;
+        --load-info-json) expect=document ;;
+        --print-to-file) expect=template ;;
+    esac
 done
-if [ -z "$url" ]; then
+if [ -z "$url" ] && [ -z "$document" ]; then
     usage 'You must provide at least one URL.'
     echo 'Type yt-dlp --help to see a list of all options.' >&2
     exit 2
 fi
+if [ -n "$document" ] && [ -n "$FAKE_LOAD_EXIT" ]; then
+    echo "ERROR: $document: the media addresses are no longer served" >&2
+    exit "$FAKE_LOAD_EXIT"
+fi
+if [ -n "$written" ]; then printf '%s\n' "${FAKE_DOCUMENT-{\"id\": \"kestrel\"\}}" >> "$written"; fi
 if [ -n "$FAKE_STDOUT" ]; then cat "$FAKE_STDOUT"; fi
 if [ -n "$FAKE_STDERR" ]; then cat "$FAKE_STDERR" >&2; fi
 ready() {
@@ -406,6 +424,50 @@ pid_t waitForTool(const Installation &installation)
     return -1;
 }
 
+const QString videoAddress = QStringLiteral("https://www.youtube.com/watch?v=kestrel");
+
+QStringList titleRun()
+{
+    return {QStringLiteral("--get-title"), QStringLiteral("--get-duration"), QStringLiteral("--no-warnings"), videoAddress};
+}
+
+QStringList listingRun()
+{
+    return {QStringLiteral("--list-formats"), QStringLiteral("--no-warnings"), videoAddress};
+}
+
+QStringList videoRun()
+{
+    return {QStringLiteral("--no-warnings"), QStringLiteral("--format"), QStringLiteral("137+140"),
+            QStringLiteral("--path"), QStringLiteral("/tmp/KestrelD"), QStringLiteral("--output"),
+            QStringLiteral("%(title)s.%(ext)s"), videoAddress};
+}
+
+// The information documents the launcher keeps in its data folder.
+QStringList keptDocuments(const QString &dataFolder)
+{
+    return QDir(dataFolder).entryList({QStringLiteral("info-*.json")}, QDir::Files, QDir::Name);
+}
+
+// The command lines of the runs, without the launcher's questions about the
+// tool itself.
+QList<QStringList> toolRuns(const QList<QStringList> &invocations)
+{
+    QList<QStringList> runs = invocations;
+    runs.removeIf([](const QStringList &arguments) {
+        return arguments.endsWith(QStringLiteral("--simulate")) || arguments.endsWith(QStringLiteral("--version"));
+    });
+    return runs;
+}
+
+std::vector<std::string> toStd(const QStringList &list)
+{
+    std::vector<std::string> converted;
+    for (const QString &item : list)
+        converted.push_back(item.toStdString());
+    return converted;
+}
+
 } // namespace
 
 class TestLauncher : public QObject
@@ -423,6 +485,18 @@ private slots:
     void inconclusiveAnswerKeepsTheFlag();
     void plainRunAsksOnceAboutTheLaunchersFlag();
     void launchersFlagsComeFirst();
+    void oneExtractionServesAllRunsOfAVideo();
+    void outputIsTheSameWithAndWithoutKeptInformation();
+    void switchedOffCacheExtractsEveryTime();
+    void refusedDocumentFallsBackToAPlainRunOnce();
+    void titleRunThatRefusesTheFileFlagRunsPlain();
+    void failedTitleRunKeepsNothing();
+    void onlyTheApplicationsRunsAreRecognised_data();
+    void onlyTheApplicationsRunsAreRecognised();
+    void keptDocumentExpires();
+    void incompleteDocumentIsNotKept();
+    void keptDocumentLeavesTheRetryToTheLauncher();
+    void cacheIsCleanedAndBounded();
     void exitCodePassesThrough_data();
     void exitCodePassesThrough();
     void deathBySignalPassesThrough_data();
@@ -619,6 +693,230 @@ void TestLauncher::launchersFlagsComeFirst()
     QScopedPointer<RawRun> run(installation.start(downloadArguments()));
     QVERIFY(run->wait());
     QCOMPARE(installation.invocations().last(), launcherPrefix + withoutProgressDelta(downloadArguments()));
+}
+
+void TestLauncher::oneExtractionServesAllRunsOfAVideo()
+{
+    Installation installation;
+    QScopedPointer<RawRun> title(installation.start(titleRun()));
+    QVERIFY(title->wait());
+    QCOMPARE(title->exitCode(), 0);
+    const QStringList written = installation.lastInvocation();
+    QCOMPARE(written.size(), titleRun().size() + 3);
+    QCOMPARE(written.mid(0, 3), titleRun().mid(0, 3));
+    QCOMPARE(written.mid(3, 2), (QStringList{QStringLiteral("--print-to-file"), QStringLiteral("%()j")}));
+    QCOMPARE(written.last(), videoAddress);
+    const QStringList kept = keptDocuments(installation.dataFolder());
+    QCOMPARE(kept.size(), 1);
+    const QString document = installation.dataFolder() + QLatin1Char('/') + kept.first();
+    QCOMPARE(readAll(document), QByteArray("{\"id\": \"kestrel\"}\n"));
+    QVERIFY2(!QFile::exists(written.at(5)), "the file the tool wrote was moved into place");
+
+    QScopedPointer<RawRun> listing(installation.start(listingRun()));
+    QVERIFY(listing->wait());
+    QCOMPARE(listing->exitCode(), 0);
+    QCOMPARE(installation.lastInvocation(), listingRun().mid(0, 2) + (QStringList{QStringLiteral("--load-info-json"), document}));
+
+    QScopedPointer<RawRun> video(installation.start(videoRun()));
+    QVERIFY(video->wait());
+    QCOMPARE(video->exitCode(), 0);
+    QCOMPARE(installation.lastInvocation(), videoRun().mid(0, 7) + (QStringList{QStringLiteral("--load-info-json"), document}));
+    QCOMPARE(toolRuns(installation.invocations()).size(), 3);
+}
+
+// The application reads the tool's output byte for byte: what the tool
+// prints from a kept document is printed as it comes.
+void TestLauncher::outputIsTheSameWithAndWithoutKeptInformation()
+{
+    const QByteArray printed = "[info] Available formats for kestrel:\nID  EXT  RESOLUTION\n---\n137 mp4  1920x1080\n";
+    QByteArray withCache;
+    QByteArray without;
+    for (const bool cached : {true, false}) {
+        Installation installation;
+        writeAll(installation.path(QStringLiteral("out.bin")), printed);
+        installation.environment.insert(QStringLiteral("FAKE_STDOUT"), installation.path(QStringLiteral("out.bin")));
+        if (!cached)
+            installation.environment.insert(QStringLiteral("KESTREL_INFO_CACHE"), QStringLiteral("off"));
+        for (const QStringList &arguments : {titleRun(), listingRun()}) {
+            QScopedPointer<RawRun> run(installation.start(arguments));
+            QVERIFY(run->wait());
+            QCOMPARE(run->exitCode(), 0);
+            (cached ? withCache : without) += run->out();
+            QCOMPARE(run->err(), QByteArray());
+        }
+        QCOMPARE(installation.lastInvocation().contains(QStringLiteral("--load-info-json")), cached);
+    }
+    QCOMPARE(withCache, printed + printed);
+    QCOMPARE(withCache, without);
+}
+
+void TestLauncher::switchedOffCacheExtractsEveryTime()
+{
+    Installation installation;
+    installation.environment.insert(QStringLiteral("KESTREL_INFO_CACHE"), QStringLiteral("off"));
+    for (const QStringList &arguments : {titleRun(), listingRun(), videoRun()}) {
+        QScopedPointer<RawRun> run(installation.start(arguments));
+        QVERIFY(run->wait());
+        QCOMPARE(installation.lastInvocation(), arguments);
+    }
+    QVERIFY(keptDocuments(installation.dataFolder()).isEmpty());
+}
+
+void TestLauncher::refusedDocumentFallsBackToAPlainRunOnce()
+{
+    Installation installation;
+    QScopedPointer<RawRun> title(installation.start(titleRun()));
+    QVERIFY(title->wait());
+    QCOMPARE(keptDocuments(installation.dataFolder()).size(), 1);
+
+    installation.environment.insert(QStringLiteral("FAKE_LOAD_EXIT"), QStringLiteral("1"));
+    QScopedPointer<RawRun> video(installation.start(videoRun()));
+    QVERIFY(video->wait());
+    QCOMPARE(video->exitCode(), 0);
+    const QList<QStringList> runs = toolRuns(installation.invocations());
+    QCOMPARE(runs.size(), 3);
+    QVERIFY(runs.at(1).contains(QStringLiteral("--load-info-json")));
+    QCOMPARE(installation.lastInvocation(), videoRun());
+    QVERIFY(video->err().contains("kestreldl2: the run with the kept information of " + videoAddress.toUtf8()
+                                  + " ended with exit code 1; running it again without\n"));
+    QVERIFY(keptDocuments(installation.dataFolder()).isEmpty());
+
+    // Once, and never again with that document.
+    QScopedPointer<RawRun> listing(installation.start(listingRun()));
+    QVERIFY(listing->wait());
+    QCOMPARE(toolRuns(installation.invocations()).size(), 4);
+    QCOMPARE(installation.lastInvocation(), listingRun());
+}
+
+void TestLauncher::titleRunThatRefusesTheFileFlagRunsPlain()
+{
+    Installation installation;
+    writeAll(installation.path(QStringLiteral("out.bin")), "Kestrel Test Clip\n3:05\n");
+    installation.environment.insert(QStringLiteral("FAKE_STDOUT"), installation.path(QStringLiteral("out.bin")));
+    installation.environment.insert(QStringLiteral("FAKE_UNKNOWN"), QStringLiteral("--print-to-file"));
+    QScopedPointer<RawRun> title(installation.start(titleRun()));
+    QVERIFY(title->wait());
+    QCOMPARE(title->exitCode(), 0);
+    QCOMPARE(title->out(), QByteArray("Kestrel Test Clip\n3:05\n"));
+    QCOMPARE(toolRuns(installation.invocations()).size(), 2);
+    QCOMPARE(installation.lastInvocation(), titleRun());
+    QVERIFY(keptDocuments(installation.dataFolder()).isEmpty());
+}
+
+void TestLauncher::failedTitleRunKeepsNothing()
+{
+    Installation installation;
+    installation.environment.insert(QStringLiteral("FAKE_EXIT"), QStringLiteral("1"));
+    QScopedPointer<RawRun> title(installation.start(titleRun()));
+    QVERIFY(title->wait());
+    QCOMPARE(title->exitCode(), 1);
+    QCOMPARE(toolRuns(installation.invocations()).size(), 1);
+    QVERIFY(keptDocuments(installation.dataFolder()).isEmpty());
+    QVERIFY(QDir(installation.dataFolder()).entryList({QStringLiteral(".kestreldl2-info-*")}, QDir::Files | QDir::Hidden).isEmpty());
+}
+
+void TestLauncher::onlyTheApplicationsRunsAreRecognised_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<int>("run");
+    using Run = Launcher::InfoCache::Run;
+    QTest::newRow("title") << titleRun() << int(Run::Metadata);
+    QTest::newRow("listing") << listingRun() << int(Run::Formats);
+    QTest::newRow("download") << videoRun() << int(Run::Download);
+    QTest::newRow("title, other order") << QStringList{QStringLiteral("--no-warnings"), QStringLiteral("--get-title"),
+                                                       QStringLiteral("--get-duration"), videoAddress}
+                                        << int(Run::Other);
+    QTest::newRow("document given") << QStringList{QStringLiteral("--list-formats"), QStringLiteral("--load-info-json"),
+                                                   QStringLiteral("x.json")}
+                                    << int(Run::Other);
+    QTest::newRow("no video") << QStringList{QStringLiteral("--list-formats"), QStringLiteral("--no-warnings")} << int(Run::Other);
+    QTest::newRow("update") << QStringList{QStringLiteral("--update")} << int(Run::Other);
+    QTest::newRow("nothing") << QStringList{} << int(Run::Other);
+}
+
+void TestLauncher::onlyTheApplicationsRunsAreRecognised()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(int, run);
+    std::string target;
+    QCOMPARE(int(Launcher::InfoCache::recognise(toStd(arguments), &target)), run);
+    QCOMPARE(QString::fromStdString(target), run == int(Launcher::InfoCache::Run::Other) ? QString() : arguments.last());
+}
+
+void TestLauncher::keptDocumentExpires()
+{
+    QTemporaryDir folder;
+    const QString written = folder.filePath(QStringLiteral("written"));
+    writeAll(written, "{\"id\": \"a\"}\n");
+    Launcher::InfoCache cache(folder.path().toStdString());
+    const std::time_t made = 1'800'000'000;
+    QVERIFY(cache.keep(written.toStdString(), "a", made));
+    const std::optional<std::string> document = cache.freshDocument("a", made + 60);
+    QVERIFY(document);
+    QCOMPARE(readAll(QString::fromStdString(*document)), QByteArray("{\"id\": \"a\"}\n"));
+    QVERIFY(cache.freshDocument("a", made + Launcher::InfoCache::lifetimeSeconds - 1));
+    QVERIFY(!cache.freshDocument("a", made + Launcher::InfoCache::lifetimeSeconds));
+    QVERIFY(!cache.freshDocument("a", made - 60));
+    QVERIFY(!cache.freshDocument("b", made + 60));
+
+    // A newer document of the same video replaces the older.
+    writeAll(written, "{\"id\": \"a\", \"new\": 1}\n");
+    QVERIFY(cache.keep(written.toStdString(), "a", made + 100));
+    QCOMPARE(keptDocuments(folder.path()).size(), 1);
+    QCOMPARE(readAll(QString::fromStdString(*cache.freshDocument("a", made + 200))), QByteArray("{\"id\": \"a\", \"new\": 1}\n"));
+}
+
+void TestLauncher::incompleteDocumentIsNotKept()
+{
+    QTemporaryDir folder;
+    const QString written = folder.filePath(QStringLiteral("written"));
+    Launcher::InfoCache cache(folder.path().toStdString());
+    for (const QByteArray &text : {QByteArray(), QByteArray("\n"), QByteArray("{\"id\": \"a\", \"form"), QByteArray("[1]\n")}) {
+        writeAll(written, text);
+        QVERIFY2(!cache.keep(written.toStdString(), "a", 1'800'000'000), text.constData());
+    }
+    QVERIFY(keptDocuments(folder.path()).isEmpty());
+    QVERIFY(!cache.keep(folder.filePath(QStringLiteral("missing")).toStdString(), "a", 1'800'000'000));
+}
+
+// A failed download from a kept document would make the tool extract the
+// video again by itself, and then the launcher once more.
+void TestLauncher::keptDocumentLeavesTheRetryToTheLauncher()
+{
+    QTemporaryDir folder;
+    const QString written = folder.filePath(QStringLiteral("written"));
+    writeAll(written, "{\"id\": \"a\", \"webpage_url\": \"https://www.youtube.com/watch?v=a\", "
+                      "\"webpage_url_basename\": \"watch\", \"title\": \"\\\"webpage_url\\\": x\"}\n");
+    Launcher::InfoCache cache(folder.path().toStdString());
+    QVERIFY(cache.keep(written.toStdString(), "a", 1'800'000'000));
+    const QByteArray kept = readAll(QString::fromStdString(*cache.freshDocument("a", 1'800'000'000)));
+    QCOMPARE(kept, QByteArray("{\"id\": \"a\", \"kept_webpage_url\": \"https://www.youtube.com/watch?v=a\", "
+                              "\"webpage_url_basename\": \"watch\", \"title\": \"\\\"webpage_url\\\": x\"}\n"));
+}
+
+void TestLauncher::cacheIsCleanedAndBounded()
+{
+    QTemporaryDir folder;
+    const QString written = folder.filePath(QStringLiteral("written"));
+    Launcher::InfoCache cache(folder.path().toStdString());
+    const std::time_t now = 1'800'000'000;
+    for (int video = 0; video < 20; ++video) {
+        writeAll(written, "{}\n");
+        QVERIFY(cache.keep(written.toStdString(), "video " + std::to_string(video), now - 10 * video));
+    }
+    writeAll(folder.filePath(QStringLiteral("info-not-ours.json")), "{}");
+    writeAll(folder.filePath(QStringLiteral("kestreldl2.flags")), "kept");
+
+    cache.clean(now);
+    QCOMPARE(keptDocuments(folder.path()).size(), qsizetype(Launcher::InfoCache::maximumDocuments) + 1);
+    for (int video = 0; video < int(Launcher::InfoCache::maximumDocuments); ++video)
+        QVERIFY(cache.freshDocument("video " + std::to_string(video), now));
+    QVERIFY(!cache.freshDocument("video 19", now));
+    QVERIFY(QFile::exists(folder.filePath(QStringLiteral("info-not-ours.json"))));
+    QVERIFY(QFile::exists(folder.filePath(QStringLiteral("kestreldl2.flags"))));
+
+    cache.clean(now + Launcher::InfoCache::lifetimeSeconds);
+    QCOMPARE(keptDocuments(folder.path()), QStringList{QStringLiteral("info-not-ours.json")});
 }
 
 void TestLauncher::exitCodePassesThrough_data()

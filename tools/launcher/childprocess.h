@@ -33,6 +33,8 @@ std::vector<std::string> untranslatedEnvironment();
 // How a child ended, from the status runCaptured() and runTool() give: a
 // wait status on POSIX, the exit code on Windows.
 bool exitedWithCode(int status, int code);
+// Ended by exiting with a code other than 0, not by a crash or a signal.
+bool exitedWithFailure(int status);
 // Ended by a crash: a fatal signal such as SIGSEGV or SIGABRT; on Windows an
 // exit code in the NTSTATUS error range, such as 0xC0000005.
 bool endedByCrash(int status);

@@ -225,6 +225,11 @@ bool exitedWithCode(int status, int code)
     return WIFEXITED(status) && WEXITSTATUS(status) == code;
 }
 
+bool exitedWithFailure(int status)
+{
+    return WIFEXITED(status) && WEXITSTATUS(status) != 0;
+}
+
 bool endedByCrash(int status)
 {
     if (!WIFSIGNALED(status))

@@ -196,6 +196,11 @@ bool endedByCrash(int status)
     return DWORD(status) >= firstCrashCode && DWORD(status) < pastCrashCodes;
 }
 
+bool exitedWithFailure(int status)
+{
+    return status != 0 && !endedByCrash(status);
+}
+
 std::string describeEnd(int status)
 {
     if (DWORD(status) < firstCrashCode)

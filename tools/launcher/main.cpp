@@ -18,9 +18,11 @@
 #include "flagcache.h"
 #include "knowledgecache.h"
 #include "freshcopies.h"
+#include "infocache.h"
 #include "jsruntime.h"
 #include "managedtools.h"
 #include "platform.h"
+#include "scratchfile.h"
 #include "toolflags.h"
 #include "toollocation.h"
 #include "toollog.h"
@@ -29,6 +31,7 @@
 #include "writeall.h"
 
 #include <ctime>
+#include <functional>
 #include <optional>
 #include <set>
 #include <string>
@@ -234,6 +237,65 @@ void avoidBrokenFfmpeg(std::vector<std::string> &arguments, Launcher::KnowledgeC
     }
 }
 
+// A run of the tool that uses the information cache where the arguments are
+// one of the application's three runs for a video, and otherwise is just
+// the run. Whatever the cache changes, a run it made fail is made again
+// once, the plain way: a title run the tool refused (exit code 2, before it
+// printed anything), a format or download run that failed with a document
+// the tool would not load or with media addresses that no longer serve.
+class CachedRun
+{
+public:
+    CachedRun(const std::string &folder, const std::vector<std::string> &given)
+        : m_cache(folder)
+        , m_folder(folder)
+    {
+        if (Launcher::InfoCache::enabled())
+            m_kind = Launcher::InfoCache::recognise(given, &m_target);
+    }
+
+    std::optional<int> run(const std::string &tool, const std::vector<std::string> &arguments, Launcher::ToolLog &log,
+                           int *error, const std::function<void()> &whenStarted)
+    {
+        const std::time_t started = std::time(nullptr);
+        std::optional<Launcher::ScratchFile> written;
+        std::vector<std::string> toolArguments = arguments;
+        if (m_kind == Launcher::InfoCache::Run::Metadata) {
+            m_cache.clean(started);
+            written.emplace(m_folder, "info");
+            if (written->isOpen()) {
+                written->close();
+                toolArguments = Launcher::InfoCache::writingDocument(arguments, written->path());
+            }
+        } else if (m_kind != Launcher::InfoCache::Run::Other) {
+            if (const std::optional<std::string> document = m_cache.freshDocument(m_target, started))
+                toolArguments = Launcher::InfoCache::loadingDocument(arguments, *document);
+        }
+
+        std::optional<int> status = Launcher::runTool(tool, toolArguments, log, error, whenStarted);
+        if (toolArguments == arguments || !status)
+            return status;
+        if (written) {
+            if (Launcher::exitedWithCode(*status, 0))
+                m_cache.keep(written->path(), m_target, started);
+            if (!Launcher::exitedWithCode(*status, 2))
+                return status;
+        } else if (!Launcher::exitedWithFailure(*status)) {
+            return status;
+        }
+        m_cache.forget(m_target);
+        note("the run with the kept information of " + m_target + " ended with " + Launcher::describeEnd(*status)
+             + "; running it again without");
+        return Launcher::runTool(tool, arguments, log, error);
+    }
+
+private:
+    Launcher::InfoCache m_cache;
+    std::string m_folder;
+    Launcher::InfoCache::Run m_kind = Launcher::InfoCache::Run::Other;
+    std::string m_target;
+};
+
 struct ToolChoice
 {
     std::string path;
@@ -304,7 +366,8 @@ int main(int argc, char *argv[])
     knowledge.saveIfLearnt();
     forceUtf8Output();
     int error = 0;
-    const std::optional<int> status = Launcher::runTool(tool.path, arguments, log, &error, [&] {
+    CachedRun cachedRun(folder, given);
+    const std::optional<int> status = cachedRun.run(tool.path, arguments, log, &error, [&] {
         if (tool.dueForRefresh)
             startRefresh(managed, withRuntime);
     });
