@@ -253,11 +253,14 @@ run_ended_well() {
         running && / end: / { if ($0 ~ / end: exit code 0$/) found = 1; running = 0 }
         END { exit !found }' "$tool_log"
 }
-run_ended_well " --get-title --get-duration --no-warnings $video_id\$" \
+# One extraction: the title run keeps the video's information document,
+# which the format and download runs load in place of the address.
+document='--load-info-json .*info-[0-9a-f]*-[0-9]*[.]json$'
+run_ended_well " --get-title --get-duration --no-warnings --print-to-file %[(][)]j .* $video_id\$" \
     || fail "no finished metadata run of the fake in $tool_log"
-run_ended_well " --list-formats --no-warnings $video_id\$" \
+run_ended_well " --list-formats --no-warnings $document" \
     || fail "no finished format run of the fake in $tool_log"
-run_ended_well " --progress-delta 1 .* --format ${format_id}[+].* --windows-filenames $video_id\$" \
+run_ended_well " --progress-delta 1 .* --format ${format_id}[+].* --windows-filenames $document" \
     || fail "no finished download run of format $format_id with --progress-delta in $tool_log"
 # The flag cache's line: "flag", the tool's stamp, the flag, the answer, the tool.
 grep -qF -- "--progress-delta"$'\t'"supported"$'\t'"$fake_windows" "$data_folder/kestreldl2.flags" \

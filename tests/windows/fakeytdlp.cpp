@@ -99,6 +99,8 @@ struct DemoRun
     std::string outputTemplate;
     std::string mergeFormat;
     std::string target;
+    // --print-to-file's file: the video's information document goes there.
+    std::string documentOut;
     std::size_t trimTo = 0;
     bool windowsNames = false;
 };
@@ -125,6 +127,16 @@ DemoRun readDemoRun(int argc, wchar_t *argv[])
         const std::string argument = utf8(argv[i]);
         if (argument.empty() || argument[0] != '-') {
             run.target = argument;
+            continue;
+        }
+        if (argument == "--print-to-file" && i + 2 < argc) {
+            run.documentOut = utf8(argv[i + 2]);
+            i += 2;
+            continue;
+        }
+        // A document in place of the address: what was extracted before.
+        if (argument == "--load-info-json" && i + 1 < argc) {
+            run.target = utf8(argv[++i]);
             continue;
         }
         if (argument == "--get-title")
@@ -278,7 +290,8 @@ void replayProgress(HANDLE out, std::string transcript, const std::string &folde
     }
 }
 
-// The demo's files in FAKE_DEMO_FOLDER:
+// The demo's files in FAKE_DEMO_FOLDER (a title run asked for the
+// information document writes a small one; a run given one plays the same):
 //   title.txt     what "--get-title --get-duration" prints
 //   formats.txt   what "--list-formats" prints
 //   progress.txt  what a download prints, "{path}" for the output folder
@@ -296,6 +309,13 @@ int playDemo(int argc, wchar_t *argv[], HANDLE out, HANDLE err)
     }
     if (run.metadata) {
         writeOut(out, demoFile("title.txt"));
+        if (!run.documentOut.empty()) {
+            FILE *document = _wfopen(wide(run.documentOut).c_str(), L"ab");
+            if (document) {
+                std::fputs("{\"id\": \"demo\", \"extractor\": \"youtube\"}\n", document);
+                std::fclose(document);
+            }
+        }
         return 0;
     }
     if (run.formats) {
