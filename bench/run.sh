@@ -33,7 +33,7 @@ echo "qt: $(dpkg-query -W -f='${Version}' libqt6core6 2>/dev/null || echo unknow
 echo "load average before: $(cut -d' ' -f1-3 /proc/loadavg)"
 
 failed=()
-for bench in startup memory toolrun formats memorygrowth; do
+for bench in startup memory toolrun formats memorygrowth feltspeed; do
     echo
     echo "== $bench"
     started=$(date +%s)
