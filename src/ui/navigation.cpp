@@ -25,7 +25,9 @@
 #include <QMouseEvent>
 #include <QRegularExpression>
 #include <QSettings>
+#include <QScreen>
 #include <QTimer>
+#include <QWindow>
 
 namespace {
 
@@ -126,7 +128,7 @@ Navigation::Navigation(QWidget *parent)
 {
     ui->setupUi(this);
     applyFormFontWeights();
-    addHighDensityImages();
+    imagesRatio = qApp->devicePixelRatio();
     rowFitter = new RowFitter(ui->tableView);
 
     scaleValue = storedScale();
@@ -170,9 +172,15 @@ void Navigation::applyFormFontWeights()
     ui->btnOpenFolder->setFont(openFolder);
 }
 
-// The form loads its images for the screens present at start only.
-void Navigation::addHighDensityImages()
+// The form loads each image for the densest screen present when it is
+// made: the "@2x" files only when there is one of 1.5 or more. Loading them
+// costs the first frame a few milliseconds, so they are added only when the
+// window comes onto such a screen later.
+void Navigation::prepareImagesFor(qreal devicePixelRatio)
 {
+    if (devicePixelRatio <= imagesRatio || imagesRatio >= 1.5)
+        return;
+    imagesRatio = devicePixelRatio;
     const std::pair<QAbstractButton *, QString> buttons[] = {
         {ui->pushButton_Video, QStringLiteral(":/img/btn_kestreldl")},
         {ui->pushButton_Site, QStringLiteral(":/img/btn_site")},
@@ -270,8 +278,11 @@ void Navigation::connectDriver()
 
 void Navigation::showMainWindow()
 {
-    if (!isVisible())
+    if (!isVisible()) {
         show();
+        connect(windowHandle(), &QWindow::screenChanged, this,
+                [this](QScreen *screen) { prepareImagesFor(screen->devicePixelRatio()); });
+    }
     returnPage = ui->page_Start;
     ui->stackedWidget->setCurrentWidget(ui->page_Start);
     // The busy page had nothing to focus; the keyboard starts on the video button.

@@ -39,6 +39,10 @@ public:
     // The display scale in percent, read from the settings at construction.
     unsigned int scale() const;
 
+    // Gives the window's images the sources a screen of this device pixel
+    // ratio needs, when the window moves onto one.
+    void prepareImagesFor(qreal devicePixelRatio);
+
 signals:
     void updateKestrelDL(bool detached);
     void requestVideo(unsigned int formatId);
@@ -70,7 +74,6 @@ private:
     void goBackOrCancel();
     void connectDriver();
     void applyFormFontWeights();
-    void addHighDensityImages();
     void runCommandLineRequests();
 
     void showMetadata();
@@ -90,6 +93,8 @@ private:
     QCommandLineParser *commandLine = nullptr;
     QWidget *returnPage = nullptr;
     unsigned int scaleValue = 100;
+    // The device pixel ratio the window's images have sources for.
+    qreal imagesRatio = 1.0;
     // Shows only the format table's rows that fit; owned by the table.
     RowFitter *rowFitter = nullptr;
     // Enter on the buttons and the format table; owned by the window.

@@ -327,16 +327,24 @@ void TestNavigationForm::iconsAreLoaded()
         QVERIFY2(!QImage(QLatin1String(resource)).isNull(), resource);
 }
 
-// On a screen of device pixel ratio 2 at the largest display scale, every
-// image has a source at least as large as it is drawn: it is only ever
-// scaled down, never blown up from a small bitmap.
+// Moved onto a screen of device pixel ratio 2 (the tests' screen has 1),
+// at the largest display scale, every image has a source at least as large
+// as it is drawn: it is only ever scaled down, never blown up from a small
+// bitmap. The larger sources are not loaded before they are needed: they
+// would delay the first frame.
 void TestNavigationForm::imagesStaySharpAtTwiceTheDeviceScale()
 {
+    QCOMPARE(qApp->devicePixelRatio(), 1.0);
     QSettings &settings = VideoInfo::shared().settings();
     settings.setValue(QStringLiteral("Scale/Val"), 140);
     Navigation window;
     settings.remove(QStringLiteral("Scale/Val"));
     auto *stack = child<QStackedWidget>(&window, "stackedWidget");
+    for (const QPushButton *button : window.findChildren<QPushButton *>()) {
+        if (!button->icon().isNull())
+            QVERIFY2(button->icon().availableSizes().size() == 1, qPrintable(button->objectName()));
+    }
+    window.prepareImagesFor(2.0);
 
     QList<QPair<QIcon, QSize>> drawn;
     for (int page = 0; page < stack->count(); ++page) {
