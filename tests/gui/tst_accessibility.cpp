@@ -5,7 +5,6 @@
 #include "ui/navigation.h"
 
 #include "menudriver.h"
-#include "modalcatcher.h"
 #include "scenario.h"
 #include "testsandbox.h"
 #include "windowdriver.h"
@@ -132,12 +131,6 @@ void TestAccessibility::init()
 
 void TestAccessibility::cleanup()
 {
-    KestrelDownloader::shared().terminateTool(true);
-    {
-        // A run killed just now may still report; answer its box.
-        ModalCatcher catcher;
-        QTest::qWait(50);
-    }
     m_driver.reset();
 }
 

@@ -208,12 +208,6 @@ void TestNavigationFlow::init()
 
 void TestNavigationFlow::cleanup()
 {
-    KestrelDownloader::shared().terminateTool(true);
-    {
-        // A run killed just now may still report; answer its box.
-        ModalCatcher catcher;
-        QTest::qWait(50);
-    }
     m_driver.reset();
     for (QWidget *topLevel : QApplication::topLevelWidgets())
         QVERIFY2(!topLevel->isVisible(), qPrintable(topLevel->objectName()));

@@ -5,6 +5,8 @@
 #include "downloader/kestreldownloader.h"
 #include "ui/navigation.h"
 
+#include "modalcatcher.h"
+
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
@@ -47,7 +49,12 @@ WindowDriver::WindowDriver(const QString &workFolder)
         qFatal("the window was not shown");
 }
 
-WindowDriver::~WindowDriver() = default;
+WindowDriver::~WindowDriver()
+{
+    KestrelDownloader::shared().terminateTool(true);
+    ModalCatcher catcher;
+    QTest::qWait(50);
+}
 
 void WindowDriver::play(const QString &kind, const FakeTool::Behaviour &behaviour)
 {

@@ -19,6 +19,8 @@ public:
     static void prepareTool(const QString &workFolder);
 
     explicit WindowDriver(const QString &workFolder);
+    // Ends the tool's runs first, and answers the box that a run killed
+    // just now may still raise, so that nothing outlives the window.
     ~WindowDriver();
 
     Navigation &window() const { return *m_window; }
