@@ -47,9 +47,18 @@ QString applicationName()
 
 } // namespace
 
+// The start-up check is called as soon as the window is shown; setting up
+// the network stack then would hold up the window's first frame, which the
+// user waits for, for a check nobody waits for.
+constexpr int startUpCheckDelayMs = 250;
+
 UpdaterPlugin::UpdaterPlugin(QObject *parent)
     : UpdateInterface(parent)
 {
+    m_pendingCheck.setSingleShot(true);
+    m_pendingCheck.setInterval(startUpCheckDelayMs);
+    connect(&m_pendingCheck, &QTimer::timeout, this,
+            [this] { begin(m_pendingReleaseNumber, m_pendingText, true); });
 }
 
 UpdaterPlugin::~UpdaterPlugin()
@@ -64,20 +73,26 @@ UpdaterPlugin::~UpdaterPlugin()
 
 void UpdaterPlugin::checkForUpdate(int releaseNumber, QString text)
 {
-    begin(releaseNumber, text, true);
+    m_pendingReleaseNumber = releaseNumber;
+    m_pendingText = text;
+    m_pendingCheck.start();
 }
 
 void UpdaterPlugin::reserved()
 {
 }
 
+// A start-up check still waiting is replaced: the manual request tells the
+// user about every outcome.
 void UpdaterPlugin::updateNow(int releaseNumber, QString text)
 {
+    m_pendingCheck.stop();
     begin(releaseNumber, text, false);
 }
 
 void UpdaterPlugin::finish()
 {
+    m_pendingCheck.stop();
     const bool wasBusy = m_stage != Stage::Idle;
 
     if (QNetworkReply *reply = m_feedReply.data()) {

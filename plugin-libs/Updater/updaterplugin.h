@@ -6,6 +6,7 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QString>
+#include <QTimer>
 
 #include <optional>
 
@@ -83,6 +84,10 @@ private:
     QString m_installingVersion;
 
     QNetworkAccessManager *m_network = nullptr;
+    // The start-up check, waiting for the window's first frame.
+    QTimer m_pendingCheck;
+    int m_pendingReleaseNumber = 0;
+    QString m_pendingText;
     QPointer<QNetworkReply> m_feedReply;
     // Why the feed transfer was stopped from this side; reported when it finishes.
     QString m_feedStopReason;

@@ -490,6 +490,7 @@ private slots:
     void switchedOffCacheExtractsEveryTime();
     void refusedDocumentFallsBackToAPlainRunOnce();
     void titleRunThatRefusesTheFileFlagRunsPlain();
+    void stopDuringTheSecondRunEndsItAsAnyStop();
     void failedTitleRunKeepsNothing();
     void onlyTheApplicationsRunsAreRecognised_data();
     void onlyTheApplicationsRunsAreRecognised();
@@ -765,6 +766,8 @@ void TestLauncher::switchedOffCacheExtractsEveryTime()
 void TestLauncher::refusedDocumentFallsBackToAPlainRunOnce()
 {
     Installation installation;
+    // As the application starts it: watched by a guardian, run after run.
+    installation.environment.insert(QStringLiteral("KESTREL_APP_PID"), QString::number(QCoreApplication::applicationPid()));
     QScopedPointer<RawRun> title(installation.start(titleRun()));
     QVERIFY(title->wait());
     QCOMPARE(keptDocuments(installation.dataFolder()).size(), 1);
@@ -786,6 +789,26 @@ void TestLauncher::refusedDocumentFallsBackToAPlainRunOnce()
     QVERIFY(listing->wait());
     QCOMPARE(toolRuns(installation.invocations()).size(), 4);
     QCOMPARE(installation.lastInvocation(), listingRun());
+}
+
+void TestLauncher::stopDuringTheSecondRunEndsItAsAnyStop()
+{
+    Installation installation;
+    installation.environment.insert(QStringLiteral("KESTREL_APP_PID"), QString::number(QCoreApplication::applicationPid()));
+    QScopedPointer<RawRun> title(installation.start(titleRun()));
+    QVERIFY(title->wait());
+    installation.environment.insert(QStringLiteral("FAKE_LOAD_EXIT"), QStringLiteral("1"));
+    installation.environment.insert(QStringLiteral("FAKE_PIDFILE"), installation.pidFile());
+    installation.environment.insert(QStringLiteral("FAKE_SLEEP"), QStringLiteral("30"));
+    QScopedPointer<RawRun> video(installation.start(videoRun()));
+    const pid_t tool = waitForTool(installation);
+    QVERIFY(tool > 0);
+    QCOMPARE(installation.lastInvocation(), videoRun());
+
+    ::kill(video->pid(), SIGTERM);
+    QVERIFY(video->wait(5000));
+    QCOMPARE(video->exitCode(), 1);
+    QVERIFY(waitUntilEnded({tool}));
 }
 
 void TestLauncher::titleRunThatRefusesTheFileFlagRunsPlain()

@@ -27,6 +27,7 @@ void endRunOnStop();
 // SIGHUP are passed on to the group. Whatever the tool leaves running in its
 // group is killed when the tool ends. whenStarted, when given, is called once the tool's program is
 // running, before the launcher waits for it.
+// It may run the tool again once it has returned.
 std::optional<int> runTool(const std::string &tool, const std::vector<std::string> &arguments, ToolLog &log,
                            int *error, const std::function<void()> &whenStarted = {});
 

@@ -263,6 +263,13 @@ std::optional<int> runTool(const std::string &tool, const std::vector<std::strin
     while (::waitpid(pid, &status, 0) < 0 && errno == EINTR) {
     }
     log.endRun(status);
+    // Ready for another run: the run's pipe goes, and the signals are as
+    // they were before it, a stop that came meanwhile included.
+    ::signal(SIGCHLD, SIG_DFL);
+    ::close(childEndedPipe[0]);
+    ::close(childEndedPipe[1]);
+    childEndedPipe[0] = childEndedPipe[1] = -1;
+    ::sigprocmask(SIG_SETMASK, &before, nullptr);
     return status;
 }
 

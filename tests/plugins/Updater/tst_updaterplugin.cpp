@@ -184,6 +184,9 @@ private slots:
     void finishAndReservedWhenIdleAreHarmless();
     void staleFilesOfAnEarlierRunAreReplaced();
     void boxesAndProgressBelongToTheActiveWindow();
+    void startUpCheckWaitsForTheFirstFrame();
+    void finishCancelsAWaitingStartUpCheck();
+    void manualRequestReplacesAWaitingStartUpCheck();
     void boxesWithoutAnyWindowHaveNoParent();
     void startedInstallationEndsFurtherRequests();
 
@@ -651,7 +654,7 @@ void TestUpdaterPlugin::plainHttpElsewhereIsRefusedWithoutContact()
     QTRY_VERIFY(visibleDialogs().isEmpty());
 
     m_updater->checkForUpdate(2023, QStringLiteral("25.0826"));
-    QCOMPARE(m_error->count(), 2);
+    QTRY_COMPARE(m_error->count(), 2);
     QTest::qWait(300);
     QCOMPARE(answerer.seen().size(), 1); // the quiet check showed nothing
     QCOMPARE(m_server->connectionCount(), 0);
@@ -815,7 +818,7 @@ void TestUpdaterPlugin::secondRequestWhileOneRunsIsIgnored()
     LogCapture log;
     BoxAnswerer answerer({QMessageBox::NoButton});
 
-    m_updater->checkForUpdate(2023, QStringLiteral("25.0826"));
+    m_updater->updateNow(2023, QStringLiteral("25.0826"));
     // Also while the feed is still on its way.
     m_updater->updateNow(2023, QStringLiteral("25.0826"));
     QTRY_COMPARE(answerer.seen().size(), 1);
@@ -894,6 +897,42 @@ void TestUpdaterPlugin::boxesAndProgressBelongToTheActiveWindow()
     QVERIFY(window.findChild<QProgressDialog *>()->isVisible());
 }
 
+void TestUpdaterPlugin::startUpCheckWaitsForTheFirstFrame()
+{
+    serveFeed(2023, QStringLiteral("2.0.023"), QStringLiteral("25.0826"));
+    LogCapture log;
+    QElapsedTimer clock;
+    clock.start();
+    m_updater->checkForUpdate(2023, QStringLiteral("25.0826"));
+    // What the window's first frame needs of the event loop comes first.
+    QCoreApplication::processEvents();
+    QVERIFY(log.texts().filter(QStringLiteral("[UPD] quiet check")).isEmpty());
+    QVERIFY(m_server->requests().isEmpty());
+    QTRY_COMPARE(m_server->requests(), QStringList{QStringLiteral("GET /feed.json")});
+    QVERIFY2(clock.elapsed() >= 200, qPrintable(QString::number(clock.elapsed())));
+}
+
+void TestUpdaterPlugin::finishCancelsAWaitingStartUpCheck()
+{
+    serveFeed(2023, QStringLiteral("2.0.023"), QStringLiteral("25.0826"));
+    m_updater->checkForUpdate(2023, QStringLiteral("25.0826"));
+    m_updater->finish();
+    QTest::qWait(600);
+    QVERIFY(m_server->requests().isEmpty());
+}
+
+void TestUpdaterPlugin::manualRequestReplacesAWaitingStartUpCheck()
+{
+    serveFeed(2023, QStringLiteral("2.0.023"), QStringLiteral("25.0826"));
+    BoxAnswerer answerer({QMessageBox::Ok});
+    m_updater->checkForUpdate(2023, QStringLiteral("25.0826"));
+    m_updater->updateNow(2023, QStringLiteral("25.0826"));
+    QTRY_COMPARE(answerer.seen().size(), 1);
+    QCOMPARE(answerer.seen().first().icon, QMessageBox::Information);
+    QTest::qWait(600);
+    QCOMPARE(m_server->requests(), QStringList{QStringLiteral("GET /feed.json")});
+}
+
 void TestUpdaterPlugin::boxesWithoutAnyWindowHaveNoParent()
 {
     serveFeed(2023, QStringLiteral("2.0.023"), QStringLiteral("25.0826"));
@@ -914,9 +953,10 @@ void TestUpdaterPlugin::startedInstallationEndsFurtherRequests()
 
     m_updater->updateNow(2023, QStringLiteral("25.0826"));
     QTRY_COMPARE_WITH_TIMEOUT(m_done->count(), 1, 10000);
-    m_updater->checkForUpdate(2023, QStringLiteral("25.0826"));
     m_updater->updateNow(2023, QStringLiteral("25.0826"));
+    m_updater->checkForUpdate(2023, QStringLiteral("25.0826"));
     QTRY_COMPARE(answerer.seen().size(), 2);
+    QTRY_COMPARE(log.matching(QStringLiteral("[UPD] version 2.0.024 is being installed; the new request is ignored")).size(), 2);
 
     QCOMPARE(answerer.seen().last().icon, QMessageBox::Information);
     QCOMPARE(answerer.seen().last().text,
