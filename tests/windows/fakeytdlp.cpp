@@ -101,6 +101,8 @@ struct DemoRun
     std::string target;
     // --print-to-file's file: the video's information document goes there.
     std::string documentOut;
+    // --load-info-json's file: the video comes from there.
+    std::string documentIn;
     std::size_t trimTo = 0;
     bool windowsNames = false;
 };
@@ -136,7 +138,7 @@ DemoRun readDemoRun(int argc, wchar_t *argv[])
         }
         // A document in place of the address: what was extracted before.
         if (argument == "--load-info-json" && i + 1 < argc) {
-            run.target = utf8(argv[++i]);
+            run.documentIn = utf8(argv[++i]);
             continue;
         }
         if (argument == "--get-title")
@@ -298,9 +300,22 @@ void replayProgress(HANDLE out, std::string transcript, const std::string &folde
 //   video.mp4     the merged file a download leaves
 // A run with no address ends with yt-dlp's usage error, which is what the
 // launcher's flag probes look for.
+// The video identifier a document written by a title run of the demo names.
+std::string documentVideo(const std::string &path)
+{
+    const std::string text = fileBytes(wide(path));
+    const std::string key = "{\"id\": \"";
+    if (text.compare(0, key.size(), key) != 0)
+        return std::string();
+    const std::size_t end = text.find('"', key.size());
+    return end == std::string::npos ? std::string() : text.substr(key.size(), end - key.size());
+}
+
 int playDemo(int argc, wchar_t *argv[], HANDLE out, HANDLE err)
 {
-    const DemoRun run = readDemoRun(argc, argv);
+    DemoRun run = readDemoRun(argc, argv);
+    if (!run.documentIn.empty())
+        run.target = documentVideo(run.documentIn);
     if (run.target.empty()) {
         writeOut(err, "Usage: yt-dlp [OPTIONS] URL [URL...]\n\n"
                       "yt-dlp: error: You must provide at least one URL.\n"
@@ -312,7 +327,8 @@ int playDemo(int argc, wchar_t *argv[], HANDLE out, HANDLE err)
         if (!run.documentOut.empty()) {
             FILE *document = _wfopen(wide(run.documentOut).c_str(), L"ab");
             if (document) {
-                std::fputs("{\"id\": \"demo\", \"extractor\": \"youtube\"}\n", document);
+                const std::string text = "{\"id\": \"" + videoId(run.target) + "\", \"extractor\": \"youtube\"}\n";
+                std::fputs(text.c_str(), document);
                 std::fclose(document);
             }
         }
