@@ -3,7 +3,6 @@
 #include "aboutdialog.h"
 #include "dialogparent.h"
 
-
 void AboutPlugin::reserved()
 {
 }

@@ -128,7 +128,9 @@ Navigation::Navigation(QWidget *parent)
 {
     ui->setupUi(this);
     applyFormFontWeights();
-    imagesRatio = qApp->devicePixelRatio();
+    // Qt gives the form's images their "@2x" files itself when a screen
+    // denser than 1 is present at start.
+    denseImages = qApp->devicePixelRatio() > 1.0;
     rowFitter = new RowFitter(ui->tableView);
 
     scaleValue = storedScale();
@@ -172,15 +174,14 @@ void Navigation::applyFormFontWeights()
     ui->btnOpenFolder->setFont(openFolder);
 }
 
-// The form loads each image for the densest screen present when it is
-// made: the "@2x" files only when there is one of 1.5 or more. Loading them
-// costs the first frame a few milliseconds, so they are added only when the
-// window comes onto such a screen later.
+// Loading the "@2x" files costs the first frame a few milliseconds, so
+// without a dense screen at start they are added only when the window comes
+// onto one later.
 void Navigation::prepareImagesFor(qreal devicePixelRatio)
 {
-    if (devicePixelRatio <= imagesRatio || imagesRatio >= 1.5)
+    if (devicePixelRatio <= 1.0 || denseImages)
         return;
-    imagesRatio = devicePixelRatio;
+    denseImages = true;
     const std::pair<QAbstractButton *, QString> buttons[] = {
         {ui->pushButton_Video, QStringLiteral(":/img/btn_kestreldl")},
         {ui->pushButton_Site, QStringLiteral(":/img/btn_site")},
@@ -219,7 +220,7 @@ void Navigation::connectWindow()
 
 void Navigation::connectKeyboard()
 {
-    keyboard = new KeyboardActivation(this);
+    auto *keyboard = new KeyboardActivation(this);
     for (QPushButton *button : findChildren<QPushButton *>())
         keyboard->watchButton(button);
     keyboard->watchTable(ui->tableView);

@@ -9,7 +9,6 @@
 
 #include <memory>
 
-class KeyboardActivation;
 class QAction;
 class QCommandLineParser;
 class QMenu;
@@ -93,12 +92,10 @@ private:
     QCommandLineParser *commandLine = nullptr;
     QWidget *returnPage = nullptr;
     unsigned int scaleValue = 100;
-    // The device pixel ratio the window's images have sources for.
-    qreal imagesRatio = 1.0;
+    // Whether the window's images have their "@2x" sources.
+    bool denseImages = false;
     // Shows only the format table's rows that fit; owned by the table.
     RowFitter *rowFitter = nullptr;
-    // Enter on the buttons and the format table; owned by the window.
-    KeyboardActivation *keyboard = nullptr;
 
     QPointer<QMenu> contextMenu;
     QAction *updateAction = nullptr;
