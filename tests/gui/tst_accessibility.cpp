@@ -5,6 +5,7 @@
 #include "ui/navigation.h"
 
 #include "menudriver.h"
+#include "openedurls.h"
 #include "scenario.h"
 #include "testsandbox.h"
 #include "windowdriver.h"
@@ -61,17 +62,6 @@ void press(int key)
     QVERIFY2(focus, "nothing has the keyboard focus");
     QTest::keyClick(focus, Qt::Key(key));
 }
-
-class FolderOpener : public QObject
-{
-    Q_OBJECT
-
-public:
-    QList<QUrl> urls;
-
-public slots:
-    void open(const QUrl &url) { urls << url; }
-};
 
 } // namespace
 
@@ -311,7 +301,7 @@ void TestAccessibility::keyboardOnlyWalkDownloadsAVideo()
     QVERIFY(QFile::exists(outputFolder() + QStringLiteral("/abc.mp4")));
     QVERIFY(widget("label_DL_OK")->isVisible());
 
-    FolderOpener opener;
+    OpenedUrls opener;
     // On Windows the folder's drive letter reads as the address's scheme.
     const QString scheme = Platform::folderUrl(outputFolder()).scheme();
     QDesktopServices::setUrlHandler(scheme, &opener, "open");

@@ -9,6 +9,7 @@
 #include "logcapture.h"
 #include "menudriver.h"
 #include "modalcatcher.h"
+#include "openedurls.h"
 #include "scenario.h"
 #include "testsandbox.h"
 #include "windowdriver.h"
@@ -115,17 +116,6 @@ public:
         const Receivers receivers = &ConnectionCounter::receivers;
         return (view->*receivers)(signal);
     }
-};
-
-class OpenedUrls : public QObject
-{
-    Q_OBJECT
-
-public:
-    QList<QUrl> urls;
-
-public slots:
-    void open(const QUrl &url) { urls << url; }
 };
 
 } // namespace

@@ -1,0 +1,6 @@
+#include "openedurls.h"
+
+void OpenedUrls::open(const QUrl &url)
+{
+    urls << url;
+}
