@@ -90,16 +90,6 @@ struct Walk
     double done = 0;
 };
 
-class Stopwatch
-{
-public:
-    void start() { m_timer.start(); }
-    double ms() const { return m_timer.nsecsElapsed() / 1e6; }
-
-private:
-    QElapsedTimer m_timer;
-};
-
 qsizetype lineCount(const QString &path)
 {
     QFile file(path);
@@ -123,13 +113,14 @@ std::optional<Walk> walk(const QString &video, const QString &record, QString *p
     edit->setText(QStringLiteral("https://www.youtube.com/watch?v=") + video);
 
     Walk measured;
-    Stopwatch clock;
+    QElapsedTimer clock;
+    const auto ms = [&clock] { return clock.nsecsElapsed() / 1e6; };
     QObject context;
-    QObject::connect(&driver, &KestrelDownloader::haveMetadata, &context, [&] { measured.title = clock.ms(); });
-    QObject::connect(&driver, &KestrelDownloader::haveFormats, &context, [&] { measured.formats = clock.ms(); });
+    QObject::connect(&driver, &KestrelDownloader::haveMetadata, &context, [&] { measured.title = ms(); });
+    QObject::connect(&driver, &KestrelDownloader::haveFormats, &context, [&] { measured.formats = ms(); });
     QObject::connect(&driver, &KestrelDownloader::percent, &context, [&] {
         if (measured.progress == 0)
-            measured.progress = clock.ms();
+            measured.progress = ms();
     });
     QSignalSpy formats(&driver, &KestrelDownloader::haveFormats);
     QSignalSpy finished(&driver, &KestrelDownloader::haveVideo);
@@ -148,7 +139,7 @@ std::optional<Walk> walk(const QString &video, const QString &record, QString *p
         *problem = QStringLiteral("the download of %1 did not finish (%2 failures)").arg(video).arg(failure.size());
         return std::nullopt;
     }
-    measured.done = clock.ms();
+    measured.done = ms();
     measured.extractions = int(lineCount(record) - extractionsBefore);
     return measured;
 }

@@ -57,15 +57,13 @@ geometry() {
 }
 
 shot_count=0
+# shot NAME [root]: photographs the window, or with "root" the whole screen
+# (a menu is a window of its own).
 shot() {
+    local what=(-window "$window")
+    [ "${2:-}" = root ] && what=(-window root -trim)
     shot_count=$((shot_count + 1))
-    import -window "$window" "$shots/$(printf %02d "$shot_count")-$1.png" || fail "cannot photograph $1"
-}
-
-# The whole screen: a menu is a window of its own.
-shot_screen() {
-    shot_count=$((shot_count + 1))
-    import -window root -trim "$shots/$(printf %02d "$shot_count")-$1.png" || fail "cannot photograph $1"
+    import "${what[@]}" "$shots/$(printf %02d "$shot_count")-$1.png" || fail "cannot photograph $1"
 }
 
 # Waits until the window's picture has stayed the same for a second: a busy
@@ -158,7 +156,7 @@ for scale in 1 2; do
     key Escape
     shot escape-to-start
     key Menu
-    shot_screen menu-from-keyboard
+    shot menu-from-keyboard root
     key Escape
 
     kill -TERM "$demo_pid" 2>/dev/null || true
