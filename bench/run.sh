@@ -45,6 +45,10 @@ for bench in startup memory toolrun formats memorygrowth feltspeed; do
 done
 
 echo
+echo "== tool start forms"
+"$source_dir/bench/startforms.sh" || failed+=("startforms")
+
+echo
 if [ ${#failed[@]} -gt 0 ]; then
     echo "bench: failed to run: ${failed[*]}"
     exit 1
