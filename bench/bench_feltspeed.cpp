@@ -11,7 +11,7 @@
 //
 //   kestrel_bench_feltspeed [--walks N] [--extraction-ms N] [--start-ms N]
 
-#include "app/filesetup.h"
+#include "downloader/filesetup.h"
 #include "benchsupport.h"
 #include "downloader/kestreldownloader.h"
 #include "testsandbox.h"

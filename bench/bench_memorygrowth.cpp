@@ -14,7 +14,7 @@
 //
 //   kestrel_bench_memorygrowth [--runs N]
 
-#include "app/filesetup.h"
+#include "downloader/filesetup.h"
 #include "benchsupport.h"
 #include "downloader/kestreldownloader.h"
 #include "testsandbox.h"

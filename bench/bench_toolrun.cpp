@@ -17,7 +17,7 @@
 //
 //   kestrel_bench_toolrun [--runs N] [--warmup N]
 
-#include "app/filesetup.h"
+#include "downloader/filesetup.h"
 #include "benchsupport.h"
 #include "downloader/kestreldownloader.h"
 #include "scenario.h"

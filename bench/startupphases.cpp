@@ -25,8 +25,8 @@
 // prints this program's total beside the real executable's, which shows when
 // they have drifted apart.
 
-#include "app/filesetup.h"
-#include "app/identity.h"
+#include "downloader/filesetup.h"
+#include "base/identity.h"
 #include "plugins/plugins.h"
 #include "ui/navigation.h"
 #include "ui_navigation.h"

@@ -1,6 +1,6 @@
 #include "fuzzsupport.h"
 
-#include "app/identity.h"
+#include "base/identity.h"
 
 #include <QByteArray>
 #include <QCoreApplication>

@@ -1,9 +1,10 @@
 #include "startup.h"
 
-#include "app/filesetup.h"
-#include "app/identity.h"
-#include "app/log.h"
-#include "app/settings.h"
+#include "app/composition.h"
+#include "downloader/filesetup.h"
+#include "base/identity.h"
+#include "base/log.h"
+#include "base/settings.h"
 #include "plugins/plugins.h"
 #include "ui/navigation.h"
 
@@ -44,14 +45,14 @@ int qMain(int argc, char **argv)
     qputenv("KESTREL_APP_PID", QByteArray::number(QCoreApplication::applicationPid()));
     qputenv("KESTREL_APP_DIR", QFile::encodeName(QCoreApplication::applicationDirPath()));
 
-    if (LoggingInterface *logging = loggingPlugin().instance())
+    if (LoggingInterface *logging = Composition::plugins().logging().instance())
         logging->setUp(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation), Settings::fileName());
-    if (SysInfoInterface *sysInfo = sysInfoPlugin().instance())
+    if (SysInfoInterface *sysInfo = Composition::plugins().sysInfo().instance())
         sysInfo->setApplicationInfo(Identity::applicationVersion(), Identity::buildDate(), 0, 1);
 
-    checkAndSetupFiles();
+    checkAndSetupFiles(Composition::videoRecord());
 
-    Navigation window;
+    Navigation window(Composition::driver(), Composition::videoRecord(), Composition::plugins());
     QCommandLineParser *commandLine = createCommandLine();
     window.setCommandLine(commandLine);
     commandLine->process(application);
@@ -64,7 +65,7 @@ int qMain(int argc, char **argv)
 
     qInfo().noquote() << LOG_LOCATION("int qMain(int, char**)") << "DONE:" << exitCode << QStringLiteral("\n");
 
-    if (LoggingInterface *logging = loggingPlugin().instance())
+    if (LoggingInterface *logging = Composition::plugins().logging().instance())
         logging->shutDown();
 
     return exitCode;

@@ -1,8 +1,8 @@
 #include "kestreldownloader.h"
 
-#include "app/filesetup.h"
-#include "app/log.h"
-#include "app/platform.h"
+#include "downloader/filesetup.h"
+#include "base/log.h"
+#include "base/platform.h"
 #include "downloader/videoinfo.h"
 #include "formats/formatcatalogue.h"
 
@@ -75,18 +75,22 @@ quint32 durationPart(const QString &text)
 
 } // namespace
 
-KestrelDownloader::KestrelDownloader(QObject *parent)
+KestrelDownloader::KestrelDownloader(VideoInfo &info, QObject *parent)
     : QObject(parent)
-    , info(&VideoInfo::shared())
+    , m_info(info)
 {
     qRegisterMetaType<KestrelDownloader::errorType>("KestrelDownloader::errorType");
     connect(this, &KestrelDownloader::haveMetadata, this, &KestrelDownloader::requestFormats);
 }
 
-KestrelDownloader &KestrelDownloader::shared()
+const QHash<quint32, FormatInfo> &KestrelDownloader::formats() const
 {
-    static KestrelDownloader driver;
-    return driver;
+    return m_formats;
+}
+
+const QList<quint32> &KestrelDownloader::viewOrder() const
+{
+    return m_viewOrder;
 }
 
 int KestrelDownloader::processObjectCount()
@@ -108,7 +112,7 @@ bool KestrelDownloader::setUrl(const QString &text)
 
     if (!addressPattern().match(url.toString()).hasMatch())
         return false;
-    info->url = url;
+    m_info.url = url;
     return true;
 }
 
@@ -145,7 +149,8 @@ void KestrelDownloader::watchForStartFailure(const SharedProcess &process, const
         [this, process, report](QProcess::ProcessError error) {
             if (error != QProcess::FailedToStart)
                 return;
-            LOG_ERROR("void KestrelDownloader::startRun()") << process->errorString() << process->program();
+            // Logged under the run's start, where the failure belongs.
+            LOG_ERROR_AS("void KestrelDownloader::startRun()") << process->errorString() << process->program();
             report();
             process->disconnect(this);
         },
@@ -155,54 +160,54 @@ void KestrelDownloader::watchForStartFailure(const SharedProcess &process, const
 void KestrelDownloader::finishRun(QProcess &process, QProcess::ExitStatus status, const RunEnd &end)
 {
     {
-        QDebug line = LOG_ENTRY(end.handler);
+        QDebug line = LOG_ENTRY_AS(end.handler);
         line << end.finishedText;
         if (end.logsArguments)
             line << process.arguments();
     }
 
-    if (cancelRequested) {
-        cancelRequested = false;
+    if (m_cancelRequested) {
+        m_cancelRequested = false;
         emit somethingWrong(end.cancelCode);
         return;
     }
     if (status == QProcess::NormalExit) {
         // A non-zero exit code is not a failure here: what the tool printed decides.
-        end.onNormalExit(process);
+        end.whenNormalExit(process);
         return;
     }
-    LOG_ERROR(end.handler) << process.errorString() << "[" << process.state() << process.error() << "]";
+    LOG_ERROR_AS(end.handler) << process.errorString() << "[" << process.state() << process.error() << "]";
     emit somethingWrong(end.crashCode);
 }
 
 void KestrelDownloader::readRunOutput(QProcess &process)
 {
-    info->rawOutput = QString::fromUtf8(process.readAllStandardOutput());
+    m_info.rawOutput = QString::fromUtf8(process.readAllStandardOutput());
 }
 
 void KestrelDownloader::requestMetadata()
 {
-    LOG_ENTRY("void KestrelDownloader::requestMetadata()") << info->url;
+    LOG_ENTRY("void KestrelDownloader::requestMetadata()") << m_info.url;
 
     bool onService = false;
-    const QString identifier = videoIdentifier(info->url, &onService);
-    QString target = info->url.toString();
+    const QString identifier = videoIdentifier(m_info.url, &onService);
+    QString target = m_info.url.toString();
     if (!onService) {
         LOG_WARNING("void KestrelDownloader::requestMetadata()") << "Not a YouTube URL";
     } else if (identifier.isEmpty()) {
         LOG_WARNING("void KestrelDownloader::requestMetadata()") << "No ID found";
     } else {
-        info->url = canonicalWatchAddress(identifier);
+        m_info.url = canonicalWatchAddress(identifier);
         // An identifier that starts like an option is passed as a whole address.
         const bool looksLikeOption = identifier.startsWith(QLatin1Char('-')) || identifier.startsWith(QLatin1Char('_'));
-        target = looksLikeOption ? info->url.toString() : identifier;
+        target = looksLikeOption ? m_info.url.toString() : identifier;
     }
-    info->target = target;
+    m_info.target = target;
 
     const SharedProcess process = createProcess(
-        {QStringLiteral("--get-title"), QStringLiteral("--get-duration"), QStringLiteral("--no-warnings"), info->target});
-    info->rawOutput.clear();
-    startRun(process, {"KestrelDownloader::requestMetadata()::<lambda(int, QProcess::ExitStatus)>",
+        {QStringLiteral("--get-title"), QStringLiteral("--get-duration"), QStringLiteral("--no-warnings"), m_info.target});
+    m_info.rawOutput.clear();
+    startRun(process, {LOG_HANDLER_NAME("KestrelDownloader::requestMetadata()::<lambda(int, QProcess::ExitStatus)>", int, QProcess::ExitStatus),
                        "Metadata request::finished for :", true, metadataCancelled, metadataCrashed,
                        [this](QProcess &finished) {
                            readRunOutput(finished);
@@ -215,7 +220,7 @@ void KestrelDownloader::requestMetadataFinished()
     constexpr auto here = "void KestrelDownloader::requestMetadataFinished()";
     LOG_ENTRY(here);
 
-    const QStringList lines = info->rawOutput.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    const QStringList lines = m_info.rawOutput.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     if (lines.size() < 2) {
         LOG_ERROR(here) << "Not enough valid lines in the input";
         emit somethingWrong(metadataTooFewLines);
@@ -241,8 +246,8 @@ void KestrelDownloader::requestMetadataFinished()
     }
 
     // A time of day: lengths of 24 hours or more wrap around.
-    info->duration = QTime(0, 0).addSecs(int(seconds % 86400u));
-    info->title = lines.at(lines.size() - 2).trimmed();
+    m_info.duration = QTime(0, 0).addSecs(int(seconds % 86400u));
+    m_info.title = lines.at(lines.size() - 2).trimmed();
     emit haveMetadata();
 }
 
@@ -251,11 +256,11 @@ void KestrelDownloader::requestFormats()
     LOG_ENTRY("void KestrelDownloader::requestFormats()");
 
     const SharedProcess process =
-        createProcess({QStringLiteral("--list-formats"), QStringLiteral("--no-warnings"), info->target});
-    info->rawOutput.clear();
+        createProcess({QStringLiteral("--list-formats"), QStringLiteral("--no-warnings"), m_info.target});
+    m_info.rawOutput.clear();
     // The format run's codes are crossed on purpose: a cancelled listing
     // reports 74, a crashed one 73.
-    startRun(process, {"KestrelDownloader::requestFormats()::<lambda(int, QProcess::ExitStatus)>",
+    startRun(process, {LOG_HANDLER_NAME("KestrelDownloader::requestFormats()::<lambda(int, QProcess::ExitStatus)>", int, QProcess::ExitStatus),
                        "Formats request::finished", false, formatsCrashed, formatsCancelled,
                        [this](QProcess &finished) {
                            readRunOutput(finished);
@@ -267,16 +272,16 @@ void KestrelDownloader::requestFormatsFinished()
 {
     LOG_ENTRY("void KestrelDownloader::requestFormatsFinished()");
 
-    FormatCatalogue::Result catalogue = FormatCatalogue::fromListing(info->rawOutput);
-    formats = std::move(catalogue.formats);
-    viewOrder = std::move(catalogue.viewOrder);
+    FormatCatalogue::Result catalogue = FormatCatalogue::fromListing(m_info.rawOutput);
+    m_formats = std::move(catalogue.formats);
+    m_viewOrder = std::move(catalogue.viewOrder);
     emit haveFormats();
 }
 
 void KestrelDownloader::requestVideo(uint formatId)
 {
     LOG_ENTRY("void KestrelDownloader::requestVideo(uint)") << "ID:" << formatId;
-    info->formatId = formatId;
+    m_info.formatId = formatId;
 
     const QString format = QStringLiteral("%1+bestaudio[ext=m4a]/%1+bestaudio/best[ext=mp4]/best[ext=mkv]").arg(formatId);
     const SharedProcess process = createProcess({
@@ -294,13 +299,13 @@ void KestrelDownloader::requestVideo(uint formatId)
         QStringLiteral("--path"), outputFolder(),
         QStringLiteral("--output"), QStringLiteral("%(title)s_%(resolution)s_%(id)s.%(ext)s"),
         QStringLiteral("--windows-filenames"),
-        info->target,
+        m_info.target,
     });
     connect(process.get(), &QProcess::readyReadStandardOutput, this, [this, raw = process.get()] { reportProgress(*raw); });
 
     // A download always runs alone.
     terminateTool(true);
-    startRun(process, {"KestrelDownloader::requestVideo(uint)::<lambda(int, QProcess::ExitStatus)>",
+    startRun(process, {LOG_HANDLER_NAME("KestrelDownloader::requestVideo(uint)::<lambda(int, QProcess::ExitStatus)>", int, QProcess::ExitStatus),
                        "Video request::finished", false, downloadCancelled, downloadCrashed,
                        [this](QProcess &) { emit haveVideo(); }});
 }
@@ -357,7 +362,7 @@ void KestrelDownloader::updateBinary(bool detached)
 void KestrelDownloader::terminateTool(bool quiet)
 {
     if (!quiet)
-        cancelRequested = true;
+        m_cancelRequested = true;
     if (!Platform::killTool(toolPath(), 30000))
         LOG_WARNING("void KestrelDownloader::terminateTool(bool)") << "Failed to execute taskkill command";
 }

@@ -40,10 +40,8 @@ public:
         toolNotStarted = 102,
     };
 
-    explicit KestrelDownloader(QObject *parent = nullptr);
-
-    // The application's one driver, created on first use.
-    static KestrelDownloader &shared();
+    // Every run reads and writes info, the record of the video being handled.
+    explicit KestrelDownloader(VideoInfo &info, QObject *parent = nullptr);
 
     // Checks a pasted address; true when it is accepted, which makes it the
     // video's address.
@@ -69,9 +67,10 @@ public:
     // its object, which is then deleted through the event loop.
     static int processObjectCount();
 
-    // The formats offered for the current video, and their display order.
-    QHash<quint32, FormatInfo> formats;
-    QList<quint32> viewOrder;
+    // The formats offered for the current video, and their display order,
+    // as the last format listing left them.
+    const QHash<quint32, FormatInfo> &formats() const;
+    const QList<quint32> &viewOrder() const;
 
 signals:
     void haveMetadata();
@@ -96,7 +95,7 @@ private:
         bool logsArguments;        // whether that line also shows the arguments
         errorType cancelCode;
         errorType crashCode;
-        std::function<void(QProcess &)> onNormalExit;
+        std::function<void(QProcess &)> whenNormalExit;
     };
 
     SharedProcess createProcess(const QStringList &arguments) const;
@@ -106,8 +105,10 @@ private:
     void reportProgress(QProcess &process);
     void watchForStartFailure(const SharedProcess &process, const std::function<void()> &report);
 
-    VideoInfo *info;
-    bool cancelRequested = false;
+    VideoInfo &m_info;
+    QHash<quint32, FormatInfo> m_formats;
+    QList<quint32> m_viewOrder;
+    bool m_cancelRequested = false;
 };
 
 Q_DECLARE_METATYPE(KestrelDownloader::errorType)

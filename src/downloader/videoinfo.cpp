@@ -1,14 +1,8 @@
 #include "videoinfo.h"
 
-#include "app/settings.h"
+#include "base/settings.h"
 
 #include <QSettings>
-
-VideoInfo &VideoInfo::shared()
-{
-    static VideoInfo record;
-    return record;
-}
 
 VideoInfo::VideoInfo()
     : m_settings(Settings::open())

@@ -8,13 +8,15 @@
 
 class QSettings;
 
-// The one process-wide record of the video being handled. It also owns the
-// application's open settings file, which its constructor opens.
+// The record of the video being handled. It also owns the application's open
+// settings file, which its constructor opens. The program has one, made by its
+// composition place (app/composition.cpp) and handed to whatever reads or
+// writes it; the video fields are plain data that every run reads and writes.
 class VideoInfo
 {
 public:
-    // The shared record, created on first use and kept until the process ends.
-    static VideoInfo &shared();
+    VideoInfo();
+    ~VideoInfo();
 
     QSettings &settings() const;
 
@@ -29,8 +31,5 @@ public:
     VideoInfo &operator=(const VideoInfo &) = delete;
 
 private:
-    VideoInfo();
-    ~VideoInfo();
-
     std::unique_ptr<QSettings> m_settings;
 };

@@ -1,6 +1,6 @@
 #include "formattablemodel.h"
 
-#include "app/images.h"
+#include "base/images.h"
 #include "formats/formatcatalogue.h"
 
 namespace {

@@ -1,25 +1,29 @@
 #include "plugins.h"
 
-PluginManagerHelper<LoggingInterface> &loggingPlugin()
+Plugins::Plugins()
+    : m_logging(QStringLiteral("LoggingMessages"))
+    , m_sysInfo(QStringLiteral("SysInfo"))
+    , m_updater(QStringLiteral("Updater"))
+    , m_about(QStringLiteral("About"))
 {
-    static PluginManagerHelper<LoggingInterface> helper(QStringLiteral("LoggingMessages"));
-    return helper;
 }
 
-PluginManagerHelper<SysInfoInterface> &sysInfoPlugin()
+PluginManagerHelper<LoggingInterface> &Plugins::logging()
 {
-    static PluginManagerHelper<SysInfoInterface> helper(QStringLiteral("SysInfo"));
-    return helper;
+    return m_logging;
 }
 
-PluginManagerHelper<UpdateInterface> &updaterPlugin()
+PluginManagerHelper<SysInfoInterface> &Plugins::sysInfo()
 {
-    static PluginManagerHelper<UpdateInterface> helper(QStringLiteral("Updater"));
-    return helper;
+    return m_sysInfo;
 }
 
-PluginManagerHelper<AboutAppInterface> &aboutPlugin()
+PluginManagerHelper<UpdateInterface> &Plugins::updater()
 {
-    static PluginManagerHelper<AboutAppInterface> helper(QStringLiteral("About"));
-    return helper;
+    return m_updater;
+}
+
+PluginManagerHelper<AboutAppInterface> &Plugins::about()
+{
+    return m_about;
 }

@@ -1,12 +1,12 @@
 #include "navigation.h"
 #include "ui_navigation.h"
 
-#include "app/filesetup.h"
-#include "app/identity.h"
-#include "app/images.h"
-#include "app/log.h"
-#include "app/platform.h"
-#include "app/settings.h"
+#include "downloader/filesetup.h"
+#include "base/identity.h"
+#include "base/images.h"
+#include "base/log.h"
+#include "base/platform.h"
+#include "base/settings.h"
 #include "downloader/videoinfo.h"
 #include "formats/formattablemodel.h"
 #include "plugins/plugins.h"
@@ -105,73 +105,75 @@ void fixButtonSize(QWidget *button, QSize size)
     button->setMaximumSize(size);
 }
 
-// The display scale kept in the settings, 100 when there is none. A value
-// that is not a sensible percentage (a damaged file, a hand edit) would
-// shrink the window to nothing or blow it up; it is ignored.
-unsigned int storedScale()
-{
-    const QVariant stored = VideoInfo::shared().settings().value(Settings::scaleKey(), 100);
-    bool isNumber = false;
-    const unsigned int value = stored.toUInt(&isNumber);
-    if (isNumber && value >= 25 && value <= 400)
-        return value;
-    LOG_WARNING("unsigned int storedScale()") << "ignoring display scale" << stored.toString();
-    return 100;
-}
-
 } // namespace
 
-Navigation::Navigation(QWidget *parent)
+Navigation::Navigation(KestrelDownloader &driver, VideoInfo &info, Plugins &plugins, QWidget *parent)
     : QDialog(parent)
-    , ui(std::make_unique<Ui::Navigation>())
-    , driver(KestrelDownloader::shared())
+    , m_ui(std::make_unique<Ui::Navigation>())
+    , m_driver(driver)
+    , m_info(info)
+    , m_plugins(plugins)
 {
-    ui->setupUi(this);
+    m_ui->setupUi(this);
     applyFormFontWeights();
     // Qt gives the form's images their "@2x" files itself when a screen
     // denser than 1 is present at start.
-    denseImages = qApp->devicePixelRatio() > 1.0;
-    rowFitter = new RowFitter(ui->tableView);
+    m_denseImages = qApp->devicePixelRatio() > 1.0;
+    m_rowFitter = new RowFitter(m_ui->tableView);
 
-    scaleValue = storedScale();
+    m_scale = storedScale();
     activateMenuActions();
     connectWindow();
     connectKeyboard();
     connectDriver();
 
     // Until start-up has finished the window shows the busy page.
-    returnPage = ui->pageEmpty;
-    if (ui->stackedWidget->currentWidget() != ui->pageEmpty)
-        ui->stackedWidget->setCurrentWidget(ui->pageEmpty);
+    m_returnPage = m_ui->pageEmpty;
+    if (m_ui->stackedWidget->currentWidget() != m_ui->pageEmpty)
+        m_ui->stackedWidget->setCurrentWidget(m_ui->pageEmpty);
+}
+
+// The display scale kept in the settings, 100 when there is none. A value
+// that is not a sensible percentage (a damaged file, a hand edit) would
+// shrink the window to nothing or blow it up; it is ignored.
+unsigned int Navigation::storedScale() const
+{
+    const QVariant stored = m_info.settings().value(Settings::scaleKey(), 100);
+    bool isNumber = false;
+    const unsigned int value = stored.toUInt(&isNumber);
+    if (isNumber && value >= 25 && value <= 400)
+        return value;
+    LOG_WARNING("unsigned int Navigation::storedScale() const") << "ignoring display scale" << stored.toString();
+    return 100;
 }
 
 Navigation::~Navigation()
 {
-    if (UpdateInterface *updater = updaterPlugin().instance())
+    if (UpdateInterface *updater = m_plugins.updater().instance())
         updater->finish();
 }
 
 void Navigation::setCommandLine(QCommandLineParser *parser)
 {
-    commandLine = parser;
+    m_commandLine = parser;
 }
 
 unsigned int Navigation::scale() const
 {
-    return scaleValue;
+    return m_scale;
 }
 
 // Designer files of this Qt version cannot express the semi-bold and medium
 // weights of the download page's buttons.
 void Navigation::applyFormFontWeights()
 {
-    QFont startOver = ui->btnStartOver->font();
+    QFont startOver = m_ui->btnStartOver->font();
     startOver.setWeight(QFont::DemiBold);
-    ui->btnStartOver->setFont(startOver);
+    m_ui->btnStartOver->setFont(startOver);
 
-    QFont openFolder = ui->btnOpenFolder->font();
+    QFont openFolder = m_ui->btnOpenFolder->font();
     openFolder.setWeight(QFont::Medium);
-    ui->btnOpenFolder->setFont(openFolder);
+    m_ui->btnOpenFolder->setFont(openFolder);
 }
 
 // Loading the "@2x" files costs the first frame a few milliseconds, so
@@ -179,16 +181,16 @@ void Navigation::applyFormFontWeights()
 // onto one later.
 void Navigation::prepareImagesFor(qreal devicePixelRatio)
 {
-    if (devicePixelRatio <= 1.0 || denseImages)
+    if (devicePixelRatio <= 1.0 || m_denseImages)
         return;
-    denseImages = true;
+    m_denseImages = true;
     const std::pair<QAbstractButton *, QString> buttons[] = {
-        {ui->pushButton_Video, QStringLiteral(":/img/btn_kestreldl")},
-        {ui->pushButton_Site, QStringLiteral(":/img/btn_site")},
-        {ui->btn_Back_from_Process, QStringLiteral(":/img/btn_back_big")},
-        {ui->pushButton_Process, QStringLiteral(":/img/btn_process")},
-        {ui->btn_Back_from_Formats, QStringLiteral(":/img/btn_back_small")},
-        {ui->btn_Back_Last, QStringLiteral(":/img/btn_back_small")},
+        {m_ui->pushButton_Video, QStringLiteral(":/img/btn_kestreldl")},
+        {m_ui->pushButton_Site, QStringLiteral(":/img/btn_site")},
+        {m_ui->btn_Back_from_Process, QStringLiteral(":/img/btn_back_big")},
+        {m_ui->pushButton_Process, QStringLiteral(":/img/btn_process")},
+        {m_ui->btn_Back_from_Formats, QStringLiteral(":/img/btn_back_small")},
+        {m_ui->btn_Back_Last, QStringLiteral(":/img/btn_back_small")},
     };
     for (const auto &[button, resource] : buttons)
         button->setIcon(Images::icon(resource));
@@ -196,25 +198,25 @@ void Navigation::prepareImagesFor(qreal devicePixelRatio)
 
 void Navigation::connectWindow()
 {
-    connect(ui->pushButton_Video, &QPushButton::clicked, this, &Navigation::whenProcessButtonClicked);
-    connect(ui->pushButton_Site, &QPushButton::clicked, this,
+    connect(m_ui->pushButton_Video, &QPushButton::clicked, this, &Navigation::whenProcessButtonClicked);
+    connect(m_ui->pushButton_Site, &QPushButton::clicked, this,
             [] { QDesktopServices::openUrl(QUrl(Identity::sisterSiteAddress())); });
-    connect(ui->editURL, &QLineEdit::returnPressed, this, &Navigation::whenCallProcess);
-    connect(ui->pushButton_Process, &QPushButton::clicked, this, &Navigation::whenCallProcess);
+    connect(m_ui->editURL, &QLineEdit::returnPressed, this, &Navigation::whenCallProcess);
+    connect(m_ui->pushButton_Process, &QPushButton::clicked, this, &Navigation::whenCallProcess);
     // clicked(false) of this plain button makes the kill a user's cancel.
-    connect(ui->btnCancel, &QPushButton::clicked, &driver, &KestrelDownloader::terminateTool);
-    connect(ui->stackedWidget, &QStackedWidget::currentChanged, this, &Navigation::whenStackedPageChanged);
+    connect(m_ui->btnCancel, &QPushButton::clicked, &m_driver, &KestrelDownloader::terminateTool);
+    connect(m_ui->stackedWidget, &QStackedWidget::currentChanged, this, &Navigation::whenStackedPageChanged);
 
-    connect(ui->btn_Back_from_Process, &QPushButton::clicked, this,
-            [this] { ui->stackedWidget->setCurrentWidget(returnPage); });
-    connect(ui->btn_Back_from_Formats, &QPushButton::clicked, this, [this] {
-        ui->stackedWidget->setCurrentWidget(ui->page_URL);
-        driver.terminateTool(true);
+    connect(m_ui->btn_Back_from_Process, &QPushButton::clicked, this,
+            [this] { m_ui->stackedWidget->setCurrentWidget(m_returnPage); });
+    connect(m_ui->btn_Back_from_Formats, &QPushButton::clicked, this, [this] {
+        m_ui->stackedWidget->setCurrentWidget(m_ui->page_URL);
+        m_driver.terminateTool(true);
     });
-    connect(ui->btn_Back_Last, &QPushButton::clicked, this,
-            [this] { ui->stackedWidget->setCurrentWidget(ui->page_Formats); });
-    connect(ui->btnStartOver, &QPushButton::clicked, this, [this] { ui->stackedWidget->setCurrentWidget(returnPage); });
-    connect(ui->btnOpenFolder, &QPushButton::clicked, this,
+    connect(m_ui->btn_Back_Last, &QPushButton::clicked, this,
+            [this] { m_ui->stackedWidget->setCurrentWidget(m_ui->page_Formats); });
+    connect(m_ui->btnStartOver, &QPushButton::clicked, this, [this] { m_ui->stackedWidget->setCurrentWidget(m_returnPage); });
+    connect(m_ui->btnOpenFolder, &QPushButton::clicked, this,
             [] { QDesktopServices::openUrl(Platform::folderUrl(outputFolder())); });
 }
 
@@ -223,7 +225,7 @@ void Navigation::connectKeyboard()
     auto *keyboard = new KeyboardActivation(this);
     for (QPushButton *button : findChildren<QPushButton *>())
         keyboard->watchButton(button);
-    keyboard->watchTable(ui->tableView);
+    keyboard->watchTable(m_ui->tableView);
     connect(keyboard, &KeyboardActivation::rowChosen, this, &Navigation::whenFormatPicked);
 }
 
@@ -241,14 +243,14 @@ void Navigation::keyPressEvent(QKeyEvent *event)
 // Pages without one ignore the key.
 void Navigation::goBackOrCancel()
 {
-    QWidget *page = ui->stackedWidget->currentWidget();
+    QWidget *page = m_ui->stackedWidget->currentWidget();
     QAbstractButton *back = nullptr;
-    if (page == ui->page_URL)
-        back = ui->btn_Back_from_Process;
-    else if (page == ui->page_Formats)
-        back = ui->btn_Back_from_Formats;
-    else if (page == ui->page_Download)
-        back = ui->btnCancel->isVisible() ? ui->btnCancel : ui->btn_Back_Last;
+    if (page == m_ui->page_URL)
+        back = m_ui->btn_Back_from_Process;
+    else if (page == m_ui->page_Formats)
+        back = m_ui->btn_Back_from_Formats;
+    else if (page == m_ui->page_Download)
+        back = m_ui->btnCancel->isVisible() ? m_ui->btnCancel : m_ui->btn_Back_Last;
     if (back && back->isVisible())
         back->click();
 }
@@ -256,25 +258,25 @@ void Navigation::goBackOrCancel()
 void Navigation::contextMenuEvent(QContextMenuEvent *event)
 {
     // The mouse opens the menu through the event filter.
-    if (event->reason() != QContextMenuEvent::Keyboard || !contextMenu) {
+    if (event->reason() != QContextMenuEvent::Keyboard || !m_contextMenu) {
         QDialog::contextMenuEvent(event);
         return;
     }
-    const QWidget *anchor = focusWidget() ? focusWidget() : ui->stackedWidget;
-    contextMenu->exec(anchor->mapToGlobal(anchor->rect().center()));
+    const QWidget *anchor = focusWidget() ? focusWidget() : m_ui->stackedWidget;
+    m_contextMenu->exec(anchor->mapToGlobal(anchor->rect().center()));
 }
 
 void Navigation::connectDriver()
 {
-    connect(&driver, &KestrelDownloader::somethingWrong, this, &Navigation::whenSomethingWrong);
-    connect(&driver, &KestrelDownloader::haveFormats, this, &Navigation::whenFormatsReceived);
-    connect(&driver, &KestrelDownloader::haveMetadata, this, &Navigation::showMetadata);
-    connect(&driver, &KestrelDownloader::haveVideo, this, &Navigation::showDownloadCompleted);
-    connect(&driver, &KestrelDownloader::percent, this, &Navigation::showProgress);
-    connect(&driver, &KestrelDownloader::resultUpdateBinary, this, &Navigation::whenToolUpdated);
-    connect(this, &Navigation::updateKestrelDL, &driver, &KestrelDownloader::updateBinary);
-    connect(this, &Navigation::requestVideo, &driver, &KestrelDownloader::requestVideo);
-    connect(this, &Navigation::requestMetadata, &driver, &KestrelDownloader::requestMetadata);
+    connect(&m_driver, &KestrelDownloader::somethingWrong, this, &Navigation::whenSomethingWrong);
+    connect(&m_driver, &KestrelDownloader::haveFormats, this, &Navigation::whenFormatsReceived);
+    connect(&m_driver, &KestrelDownloader::haveMetadata, this, &Navigation::showMetadata);
+    connect(&m_driver, &KestrelDownloader::haveVideo, this, &Navigation::showDownloadCompleted);
+    connect(&m_driver, &KestrelDownloader::percent, this, &Navigation::showProgress);
+    connect(&m_driver, &KestrelDownloader::resultUpdateBinary, this, &Navigation::whenToolUpdated);
+    connect(this, &Navigation::updateKestrelDL, &m_driver, &KestrelDownloader::updateBinary);
+    connect(this, &Navigation::requestVideo, &m_driver, &KestrelDownloader::requestVideo);
+    connect(this, &Navigation::requestMetadata, &m_driver, &KestrelDownloader::requestMetadata);
 }
 
 void Navigation::showMainWindow()
@@ -284,109 +286,108 @@ void Navigation::showMainWindow()
         connect(windowHandle(), &QWindow::screenChanged, this,
                 [this](QScreen *screen) { prepareImagesFor(screen->devicePixelRatio()); });
     }
-    returnPage = ui->page_Start;
-    ui->stackedWidget->setCurrentWidget(ui->page_Start);
+    m_returnPage = m_ui->page_Start;
+    m_ui->stackedWidget->setCurrentWidget(m_ui->page_Start);
     // The busy page had nothing to focus; the keyboard starts on the video button.
     if (!focusWidget() || !focusWidget()->isVisible())
-        ui->pushButton_Video->setFocus(Qt::OtherFocusReason);
+        m_ui->pushButton_Video->setFocus(Qt::OtherFocusReason);
     runCommandLineRequests();
 }
 
 void Navigation::runCommandLineRequests()
 {
-    if (!commandLine)
+    if (!m_commandLine)
         return;
 
-    if (commandLine->isSet(QStringLiteral("uid"))) {
-        if (SysInfoInterface *sysInfo = sysInfoPlugin().instance())
+    if (m_commandLine->isSet(QStringLiteral("uid"))) {
+        if (SysInfoInterface *sysInfo = m_plugins.sysInfo().instance())
             sysInfo->showIdentifier();
     }
 
-    if (commandLine->isSet(QStringLiteral("update-as"))) {
-        const QString version = commandLine->value(QStringLiteral("update-as"));
+    if (m_commandLine->isSet(QStringLiteral("update-as"))) {
+        const QString version = m_commandLine->value(QStringLiteral("update-as"));
         if (version.isEmpty())
-            commandLine->showHelp(0);
+            m_commandLine->showHelp(0);
         qDebug().noquote() << "------------------";
         qDebug().noquote() << "Update as version:" << version;
         // Not a number, or too large for 32 bits, reads as 0.
         const int releaseNumber = version.toInt(nullptr, 10);
-        if (UpdateInterface *updater = updaterPlugin().instance())
+        if (UpdateInterface *updater = m_plugins.updater().instance())
             updater->updateNow(releaseNumber, Identity::applicationVersion());
         return;
     }
 
-    if (UpdateInterface *updater = updaterPlugin().instance())
+    if (UpdateInterface *updater = m_plugins.updater().instance())
         updater->checkForUpdate(Identity::updateReleaseNumber, Identity::buildDate());
 }
 
 void Navigation::whenProcessButtonClicked()
 {
-    ui->stackedWidget->setCurrentWidget(ui->page_URL);
-    ui->editURL->setFocus(Qt::OtherFocusReason);
+    m_ui->stackedWidget->setCurrentWidget(m_ui->page_URL);
+    m_ui->editURL->setFocus(Qt::OtherFocusReason);
 }
 
 void Navigation::whenCallProcess()
 {
-    if (!driver.setUrl(ui->editURL->text())) {
+    if (!m_driver.setUrl(m_ui->editURL->text())) {
         QMessageBox::warning(this, QStringLiteral("WARNING"),
                              QStringLiteral("WARNING: You must provide at least some valid YouTube URL to proceed"));
         return;
     }
-    setTableModel(ui->tableView, nullptr);
-    ui->labelTime->setText(QStringLiteral("00:00:00"));
-    ui->labelTitle->setText(QStringLiteral("Title"));
-    ui->progressBar->show();
-    ui->stackedWidget->setCurrentWidget(ui->page_Formats);
-    ui->btn_Back_from_Formats->setFocus(Qt::OtherFocusReason);
+    setTableModel(m_ui->tableView, nullptr);
+    m_ui->labelTime->setText(QStringLiteral("00:00:00"));
+    m_ui->labelTitle->setText(QStringLiteral("Title"));
+    m_ui->progressBar->show();
+    m_ui->stackedWidget->setCurrentWidget(m_ui->page_Formats);
+    m_ui->btn_Back_from_Formats->setFocus(Qt::OtherFocusReason);
     emit requestMetadata();
 }
 
 void Navigation::showMetadata()
 {
-    const VideoInfo &info = VideoInfo::shared();
-    ui->labelTitle->setText(displayTitle(info.title));
-    ui->labelTime->setText(displayDuration(info.duration));
+    m_ui->labelTitle->setText(displayTitle(m_info.title));
+    m_ui->labelTime->setText(displayDuration(m_info.duration));
 }
 
 void Navigation::whenFormatsReceived()
 {
     LOG_ENTRY("void Navigation::whenFormatsReceived()");
-    ui->progressBar->hide();
+    m_ui->progressBar->hide();
 
     // Earlier models stay children of the view.
-    auto *model = new FormatTableModel(ui->tableView);
-    model->setSource(&driver.formats, &driver.viewOrder);
+    auto *model = new FormatTableModel(m_ui->tableView);
+    model->setSource(&m_driver.formats(), &m_driver.viewOrder());
 
     // Handlers of an earlier list must not pile up.
-    ui->tableView->disconnect();
-    setTableModel(ui->tableView, model);
+    m_ui->tableView->disconnect();
+    setTableModel(m_ui->tableView, model);
 
-    QHeaderView *columns = ui->tableView->horizontalHeader();
+    QHeaderView *columns = m_ui->tableView->horizontalHeader();
     columns->setSectionResizeMode(FormatTableModel::TypeColumn, QHeaderView::ResizeToContents);
     columns->setSectionResizeMode(FormatTableModel::ResolutionColumn, QHeaderView::Stretch);
     columns->setSectionResizeMode(FormatTableModel::SizeColumn, QHeaderView::ResizeToContents);
     columns->setSectionResizeMode(FormatTableModel::DownloadColumn, QHeaderView::ResizeToContents);
-    ui->tableView->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    ui->tableView->hideColumn(FormatTableModel::IdColumn);
+    m_ui->tableView->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_ui->tableView->hideColumn(FormatTableModel::IdColumn);
 
     // The model keeps its order; this only puts the sort mark on "Resolution".
-    ui->tableView->setSortingEnabled(true);
-    ui->tableView->sortByColumn(FormatTableModel::ResolutionColumn, Qt::AscendingOrder);
+    m_ui->tableView->setSortingEnabled(true);
+    m_ui->tableView->sortByColumn(FormatTableModel::ResolutionColumn, Qt::AscendingOrder);
 
-    ui->tableView->setSelectionBehavior(QAbstractItemView::SelectRows);
-    ui->tableView->setSelectionMode(QAbstractItemView::SingleSelection);
-    ui->tableView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    ui->tableView->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_ui->tableView->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_ui->tableView->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_ui->tableView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_ui->tableView->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     // Qt keeps some of what each setStyleSheet() call builds, so the same
     // text is not set again for every list.
-    const QString styleSheet = tableStyleSheet.arg(int(scaleValue * 0.14));
-    if (ui->tableView->styleSheet() != styleSheet)
-        ui->tableView->setStyleSheet(styleSheet);
+    const QString styleSheet = tableStyleSheet.arg(int(m_scale * 0.14));
+    if (m_ui->tableView->styleSheet() != styleSheet)
+        m_ui->tableView->setStyleSheet(styleSheet);
 
-    rowFitter->fit();
+    m_rowFitter->fit();
 
-    connect(ui->tableView, &QTableView::clicked, this, &Navigation::whenFormatPicked);
-    connect(ui->tableView, &QTableView::doubleClicked, this, &Navigation::whenFormatPicked);
+    connect(m_ui->tableView, &QTableView::clicked, this, &Navigation::whenFormatPicked);
+    connect(m_ui->tableView, &QTableView::doubleClicked, this, &Navigation::whenFormatPicked);
 }
 
 void Navigation::whenFormatPicked(const QModelIndex &index)
@@ -396,17 +397,17 @@ void Navigation::whenFormatPicked(const QModelIndex &index)
         return;
     }
     // The click of a double click has already started this download.
-    if (ui->stackedWidget->currentWidget() == ui->page_Download)
+    if (m_ui->stackedWidget->currentWidget() == m_ui->page_Download)
         return;
 
-    ui->stackedWidget->setCurrentWidget(ui->page_Download);
-    setVisibility({ui->btn_Back_Last, ui->label_DL_OK, ui->btnStartOver, ui->btnOpenFolder}, Visibility::Hide);
-    setVisibility({ui->label_DL, ui->btnCancel}, Visibility::Show);
-    ui->label_TitleDownload->show();
-    ui->label_TitleDownload->setText(ui->labelTitle->text());
-    ui->progressBarDL->show();
-    ui->progressBarDL->setValue(0);
-    ui->progressBarDL->setMaximum(0);
+    m_ui->stackedWidget->setCurrentWidget(m_ui->page_Download);
+    setVisibility({m_ui->btn_Back_Last, m_ui->label_DL_OK, m_ui->btnStartOver, m_ui->btnOpenFolder}, Visibility::Hide);
+    setVisibility({m_ui->label_DL, m_ui->btnCancel}, Visibility::Show);
+    m_ui->label_TitleDownload->show();
+    m_ui->label_TitleDownload->setText(m_ui->labelTitle->text());
+    m_ui->progressBarDL->show();
+    m_ui->progressBarDL->setValue(0);
+    m_ui->progressBarDL->setMaximum(0);
 
     const QModelIndex idIndex =
         index.column() == FormatTableModel::IdColumn ? index : index.model()->index(index.row(), FormatTableModel::IdColumn);
@@ -419,34 +420,36 @@ void Navigation::showProgress(int value)
 {
     // Past 99 the tool merges or finishes: a busy bar, not a full one.
     if (value > 99) {
-        ui->progressBarDL->setValue(0);
-        ui->progressBarDL->setMaximum(0);
+        m_ui->progressBarDL->setValue(0);
+        m_ui->progressBarDL->setMaximum(0);
         return;
     }
-    ui->progressBarDL->setMaximum(100);
-    ui->progressBarDL->setValue(value);
+    m_ui->progressBarDL->setMaximum(100);
+    m_ui->progressBarDL->setValue(value);
 }
 
 void Navigation::showDownloadCompleted()
 {
-    LOG_ENTRY("Navigation::connectDriver()::<lambda()>");
-    setVisibility({ui->btnCancel, ui->progressBarDL, ui->label_TitleDownload, ui->label_DL}, Visibility::Hide);
-    setVisibility({ui->label_DL_OK, ui->btnStartOver, ui->btn_Back_Last, ui->btnOpenFolder}, Visibility::Show);
+    // The log names the lambda that once handled the end of a download in
+    // connectDriver(); the line's text is kept.
+    LOG_ENTRY_AS("Navigation::connectDriver()::<lambda()>");
+    setVisibility({m_ui->btnCancel, m_ui->progressBarDL, m_ui->label_TitleDownload, m_ui->label_DL}, Visibility::Hide);
+    setVisibility({m_ui->label_DL_OK, m_ui->btnStartOver, m_ui->btn_Back_Last, m_ui->btnOpenFolder}, Visibility::Show);
     // The focus went with the hidden Cancel button.
-    if (ui->stackedWidget->currentWidget() == ui->page_Download && (!focusWidget() || !focusWidget()->isVisible()))
-        ui->btnOpenFolder->setFocus(Qt::OtherFocusReason);
+    if (m_ui->stackedWidget->currentWidget() == m_ui->page_Download && (!focusWidget() || !focusWidget()->isVisible()))
+        m_ui->btnOpenFolder->setFocus(Qt::OtherFocusReason);
 }
 
 void Navigation::whenSomethingWrong(KestrelDownloader::errorType code)
 {
-    ui->progressBar->hide();
+    m_ui->progressBar->hide();
     switch (code) {
     case KestrelDownloader::metadataCancelled:
     case KestrelDownloader::formatsCancelled:
-        ui->stackedWidget->setCurrentWidget(ui->page_URL);
+        m_ui->stackedWidget->setCurrentWidget(m_ui->page_URL);
         return;
     case KestrelDownloader::downloadCancelled:
-        ui->stackedWidget->setCurrentWidget(ui->page_Formats);
+        m_ui->stackedWidget->setCurrentWidget(m_ui->page_Formats);
         return;
     default:
         break;
@@ -461,25 +464,25 @@ void Navigation::whenSomethingWrong(KestrelDownloader::errorType code)
 void Navigation::whenStackedPageChanged(int index)
 {
     using namespace PageSizes;
-    QWidget *page = ui->stackedWidget->widget(index);
+    QWidget *page = m_ui->stackedWidget->widget(index);
     double height = otherPageHeight;
-    if (page == ui->page_Start) {
-        fixButtonSize(ui->pushButton_Video, scaled(videoButton, scaleValue));
-        fixButtonSize(ui->pushButton_Site, scaled(siteButton, scaleValue));
-    } else if (page == ui->page_URL) {
-        fixButtonSize(ui->btn_Back_from_Process, scaled(backFromProcessButton, scaleValue));
-        fixButtonSize(ui->pushButton_Process, scaled(processButton, scaleValue));
-    } else if (page == ui->page_Formats) {
-        fixButtonSize(ui->btn_Back_from_Formats, scaled(smallBackButton, scaleValue));
+    if (page == m_ui->page_Start) {
+        fixButtonSize(m_ui->pushButton_Video, scaled(videoButton, m_scale));
+        fixButtonSize(m_ui->pushButton_Site, scaled(siteButton, m_scale));
+    } else if (page == m_ui->page_URL) {
+        fixButtonSize(m_ui->btn_Back_from_Process, scaled(backFromProcessButton, m_scale));
+        fixButtonSize(m_ui->pushButton_Process, scaled(processButton, m_scale));
+    } else if (page == m_ui->page_Formats) {
+        fixButtonSize(m_ui->btn_Back_from_Formats, scaled(smallBackButton, m_scale));
         height = formatsPageHeight;
-    } else if (page == ui->page_Download) {
-        fixButtonSize(ui->btn_Back_Last, scaled(smallBackButton, scaleValue));
+    } else if (page == m_ui->page_Download) {
+        fixButtonSize(m_ui->btn_Back_Last, scaled(smallBackButton, m_scale));
         height = downloadPageHeight;
-    } else if (page != ui->pageEmpty) {
+    } else if (page != m_ui->pageEmpty) {
         return;
     }
 
-    const QSize window = scaled({windowWidth, height}, scaleValue);
+    const QSize window = scaled({windowWidth, height}, m_scale);
     if (maximumSize() != window)
         setFixedSize(window);
 }
@@ -487,7 +490,7 @@ void Navigation::whenStackedPageChanged(int index)
 void Navigation::whenToolUpdated(QProcess::ExitStatus status)
 {
     LOG_ENTRY("void Navigation::whenToolUpdated(QProcess::ExitStatus)") << status;
-    ui->stackedWidget->setCurrentWidget(returnPage);
+    m_ui->stackedWidget->setCurrentWidget(m_returnPage);
     if (status == QProcess::CrashExit)
         QMessageBox::warning(this, QStringLiteral("ERROR"), QStringLiteral("Unable to update. Please contact support"));
     else
@@ -496,45 +499,45 @@ void Navigation::whenToolUpdated(QProcess::ExitStatus status)
 
 void Navigation::whenApplicationUpdated()
 {
-    returnPage = ui->stackedWidget->currentWidget();
-    ui->stackedWidget->setCurrentWidget(ui->pageEmpty);
+    m_returnPage = m_ui->stackedWidget->currentWidget();
+    m_ui->stackedWidget->setCurrentWidget(m_ui->pageEmpty);
     QTimer::singleShot(333, this, [this] { emit updateKestrelDL(false); });
 }
 
 void Navigation::activateMenuActions()
 {
-    for (QObject *watched : {static_cast<QObject *>(ui->pushButton_Video), static_cast<QObject *>(ui->pushButton_Site),
-                             static_cast<QObject *>(ui->stackedWidget)})
+    for (QObject *watched : {static_cast<QObject *>(m_ui->pushButton_Video), static_cast<QObject *>(m_ui->pushButton_Site),
+                             static_cast<QObject *>(m_ui->stackedWidget)})
         watched->installEventFilter(this);
 
-    contextMenu = new QMenu(this);
-    updateAction = contextMenu->addAction(QStringLiteral("Manually Update Software"));
-    loggingAction = contextMenu->addAction(QStringLiteral("Logging enabled"));
-    loggingAction->setCheckable(true);
-    LoggingInterface *logging = loggingPlugin().instance();
-    loggingAction->setChecked(logging && logging->isEnabled());
-    contextMenu->addSeparator();
+    m_contextMenu = new QMenu(this);
+    m_updateAction = m_contextMenu->addAction(QStringLiteral("Manually Update Software"));
+    m_loggingAction = m_contextMenu->addAction(QStringLiteral("Logging enabled"));
+    m_loggingAction->setCheckable(true);
+    LoggingInterface *logging = m_plugins.logging().instance();
+    m_loggingAction->setChecked(logging && logging->isEnabled());
+    m_contextMenu->addSeparator();
 
     // There is deliberately no 100 entry: the default scale has no check mark.
-    scaleMenu = new QMenu(QStringLiteral("Change Scale Size"), contextMenu);
+    m_scaleMenu = new QMenu(QStringLiteral("Change Scale Size"), m_contextMenu);
     for (unsigned int value : {125u, 130u, 135u, 140u}) {
-        QAction *entry = scaleMenu->addAction(QStringLiteral("%1%").arg(value));
+        QAction *entry = m_scaleMenu->addAction(QStringLiteral("%1%").arg(value));
         entry->setCheckable(true);
-        entry->setChecked(value == scaleValue);
+        entry->setChecked(value == m_scale);
     }
-    contextMenu->addMenu(scaleMenu);
-    contextMenu->addSeparator();
-    identifierAction = contextMenu->addAction(QStringLiteral("Show UUID"));
-    aboutAction = contextMenu->addAction(QStringLiteral("About"));
+    m_contextMenu->addMenu(m_scaleMenu);
+    m_contextMenu->addSeparator();
+    m_identifierAction = m_contextMenu->addAction(QStringLiteral("Show UUID"));
+    m_aboutAction = m_contextMenu->addAction(QStringLiteral("About"));
 
-    connect(contextMenu, &QMenu::triggered, this, &Navigation::whenMenuTriggered);
+    connect(m_contextMenu, &QMenu::triggered, this, &Navigation::whenMenuTriggered);
 }
 
 bool Navigation::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::MouseButtonPress && static_cast<QMouseEvent *>(event)->button() == Qt::RightButton) {
-        if (contextMenu)
-            contextMenu->exec(static_cast<QMouseEvent *>(event)->globalPosition().toPoint());
+        if (m_contextMenu)
+            m_contextMenu->exec(static_cast<QMouseEvent *>(event)->globalPosition().toPoint());
         return true;
     }
     return QDialog::eventFilter(watched, event);
@@ -543,15 +546,15 @@ bool Navigation::eventFilter(QObject *watched, QEvent *event)
 void Navigation::whenMenuTriggered(QAction *action)
 {
     LOG_ENTRY("void Navigation::whenMenuTriggered(QAction*)") << action->text();
-    if (action == updateAction) {
+    if (action == m_updateAction) {
         updateApplicationNow();
-    } else if (action == loggingAction) {
-        if (LoggingInterface *logging = loggingPlugin().instance())
+    } else if (action == m_loggingAction) {
+        if (LoggingInterface *logging = m_plugins.logging().instance())
             logging->setEnabled(action->isChecked());
-    } else if (action == identifierAction) {
-        if (SysInfoInterface *sysInfo = sysInfoPlugin().instance())
+    } else if (action == m_identifierAction) {
+        if (SysInfoInterface *sysInfo = m_plugins.sysInfo().instance())
             sysInfo->showIdentifier();
-    } else if (action == aboutAction) {
+    } else if (action == m_aboutAction) {
         showAbout();
     } else {
         changeScale(action);
@@ -560,27 +563,27 @@ void Navigation::whenMenuTriggered(QAction *action)
 
 void Navigation::changeScale(QAction *action)
 {
-    for (QAction *entry : scaleMenu->actions())
+    for (QAction *entry : m_scaleMenu->actions())
         entry->setChecked(false);
     action->setChecked(true);
 
     const unsigned int value = QString(action->text()).remove(QStringLiteral("%")).toUInt(nullptr, 10);
-    if (value == scaleValue)
+    if (value == m_scale)
         return;
-    scaleValue = value;
-    VideoInfo::shared().settings().setValue(Settings::scaleKey(), value);
-    whenStackedPageChanged(ui->stackedWidget->currentIndex());
+    m_scale = value;
+    m_info.settings().setValue(Settings::scaleKey(), value);
+    whenStackedPageChanged(m_ui->stackedWidget->currentIndex());
 }
 
 void Navigation::updateApplicationNow()
 {
-    UpdateInterface *updater = updaterPlugin().instance();
+    UpdateInterface *updater = m_plugins.updater().instance();
     if (!updater)
         return;
     // The plug-in carries its own copy of the signal's meta-object: connect by
     // signature, once per plug-in object.
-    if (!connectedUpdaters.contains(updater)) {
-        connectedUpdaters.insert(updater);
+    if (!m_connectedUpdaters.contains(updater)) {
+        m_connectedUpdaters.insert(updater);
         connect(updater, SIGNAL(updateDone()), this, SLOT(whenApplicationUpdated()));
     }
     updater->updateNow(Identity::updateReleaseNumber, Identity::buildDate());
@@ -588,13 +591,13 @@ void Navigation::updateApplicationNow()
 
 void Navigation::showAbout()
 {
-    AboutAppInterface *about = aboutPlugin().instance();
+    AboutAppInterface *about = m_plugins.about().instance();
     if (!about) {
         QMessageBox::information(nullptr, QCoreApplication::applicationName(),
                                  QStringLiteral("%1 version: %2")
                                      .arg(QCoreApplication::applicationName(), QCoreApplication::applicationVersion()));
         return;
     }
-    SysInfoInterface *sysInfo = sysInfoPlugin().instance();
+    SysInfoInterface *sysInfo = m_plugins.sysInfo().instance();
     about->showAbout(sysInfo ? sysInfo->systemInformation() : QString(), Identity::description());
 }

@@ -9,11 +9,13 @@
 
 #include <memory>
 
+class Plugins;
 class QAction;
 class QCommandLineParser;
 class QMenu;
 class QModelIndex;
 class RowFitter;
+class VideoInfo;
 
 namespace Ui {
 class Navigation;
@@ -28,7 +30,9 @@ class Navigation : public QDialog
     Q_OBJECT
 
 public:
-    explicit Navigation(QWidget *parent = nullptr);
+    // The window works with the program's one driver, video record and set of
+    // plug-ins, which outlive it.
+    Navigation(KestrelDownloader &driver, VideoInfo &info, Plugins &plugins, QWidget *parent = nullptr);
     ~Navigation() override;
 
     // The parsed command line, read when the window is first shown. Owned by
@@ -73,6 +77,7 @@ private:
     void goBackOrCancel();
     void connectDriver();
     void applyFormFontWeights();
+    unsigned int storedScale() const;
     void runCommandLineRequests();
 
     void showMetadata();
@@ -87,23 +92,25 @@ private:
     void updateApplicationNow();
     void showAbout();
 
-    std::unique_ptr<Ui::Navigation> ui;
-    KestrelDownloader &driver;
-    QCommandLineParser *commandLine = nullptr;
-    QWidget *returnPage = nullptr;
-    unsigned int scaleValue = 100;
+    std::unique_ptr<Ui::Navigation> m_ui;
+    KestrelDownloader &m_driver;
+    VideoInfo &m_info;
+    Plugins &m_plugins;
+    QCommandLineParser *m_commandLine = nullptr;
+    QWidget *m_returnPage = nullptr;
+    unsigned int m_scale = 100;
     // Whether the window's images have their "@2x" sources.
-    bool denseImages = false;
+    bool m_denseImages = false;
     // Shows only the format table's rows that fit; owned by the table.
-    RowFitter *rowFitter = nullptr;
+    RowFitter *m_rowFitter = nullptr;
 
-    QPointer<QMenu> contextMenu;
-    QAction *updateAction = nullptr;
-    QAction *loggingAction = nullptr;
-    QMenu *scaleMenu = nullptr;
-    QAction *identifierAction = nullptr;
-    QAction *aboutAction = nullptr;
+    QPointer<QMenu> m_contextMenu;
+    QAction *m_updateAction = nullptr;
+    QAction *m_loggingAction = nullptr;
+    QMenu *m_scaleMenu = nullptr;
+    QAction *m_identifierAction = nullptr;
+    QAction *m_aboutAction = nullptr;
 
     // Updater plug-in objects whose updateDone() is already connected.
-    QSet<QObject *> connectedUpdaters;
+    QSet<QObject *> m_connectedUpdaters;
 };

@@ -1,4 +1,4 @@
-#include "app/filesetup.h"
+#include "downloader/filesetup.h"
 #include "downloader/kestreldownloader.h"
 #include "downloader/videoinfo.h"
 

@@ -1,5 +1,5 @@
-#include "app/filesetup.h"
-#include "app/platform.h"
+#include "downloader/filesetup.h"
+#include "base/platform.h"
 #include "downloader/kestreldownloader.h"
 #include "downloader/videoinfo.h"
 #include "formats/formattablemodel.h"

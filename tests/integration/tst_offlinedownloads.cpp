@@ -8,7 +8,7 @@
 // tool's output, exit codes, file names and child processes lead the window
 // where the application's rules say they should.
 
-#include "app/filesetup.h"
+#include "downloader/filesetup.h"
 #include "downloader/kestreldownloader.h"
 #include "formats/formattablemodel.h"
 #include "ui/navigation.h"

@@ -8,7 +8,7 @@
 // "--stand-in", which drives the window to a running tool and then closes
 // it or waits to be killed.
 
-#include "app/filesetup.h"
+#include "downloader/filesetup.h"
 #include "downloader/kestreldownloader.h"
 
 #include "menudriver.h"

@@ -2,7 +2,7 @@
 // Update Software", an updater plug-in that reports updateDone at once, and
 // the launcher's own install from a feed on 127.0.0.1.
 
-#include "app/filesetup.h"
+#include "downloader/filesetup.h"
 #include "ui/navigation.h"
 
 #include "localreleasefeed.h"

@@ -1,7 +1,7 @@
 #include "windowdriver.h"
 
-#include "app/filesetup.h"
-#include "app/platform.h"
+#include "downloader/filesetup.h"
+#include "base/platform.h"
 #include "downloader/kestreldownloader.h"
 #include "ui/navigation.h"
 

@@ -1,4 +1,4 @@
-#include "app/log.h"
+#include "base/log.h"
 
 #include "logcapture.h"
 #include "testsandbox.h"
@@ -21,6 +21,9 @@ private slots:
     void warningLineQuotesStrings();
     void warningWithoutLocation();
     void informationLineIsUnquoted();
+    void checkedTextIsTheEnclosingFunction();
+    void namesFunctionComparesWithTheCompilersName_data();
+    void namesFunctionComparesWithTheCompilersName();
 };
 
 void TestLog::locationHasLineAndSignature()
@@ -32,7 +35,7 @@ void TestLog::locationHasLineAndSignature()
 void TestLog::entryTraceIsUnquoted()
 {
     LogCapture log;
-    LOG_ENTRY("void Navigation::showMainWindow()");
+    LOG_ENTRY_AS("void Navigation::showMainWindow()");
     const int line = __LINE__ - 1;
     QCOMPARE(log.lines().size(), 1);
     QCOMPARE(log.lines().first().type, QtDebugMsg);
@@ -42,7 +45,7 @@ void TestLog::entryTraceIsUnquoted()
 void TestLog::entryTraceTakesDetails()
 {
     LogCapture log;
-    LOG_ENTRY("void KestrelDownloader::requestVideo(uint)") << "ID:" << 137u;
+    LOG_ENTRY_AS("void KestrelDownloader::requestVideo(uint)") << "ID:" << 137u;
     const int line = __LINE__ - 1;
     QCOMPARE(log.texts(), QStringList{QStringLiteral("--> [%1] void KestrelDownloader::requestVideo(uint) : ID: 137").arg(line)});
 }
@@ -65,7 +68,7 @@ void TestLog::successLineKeepsEmptyValue()
 void TestLog::errorLineQuotesStrings()
 {
     LogCapture log;
-    LOG_ERROR("void prepareOutputDir()") << "output dir" << QStringLiteral("/no/such");
+    LOG_ERROR_AS("void prepareOutputDir()") << "output dir" << QStringLiteral("/no/such");
     const int line = __LINE__ - 1;
     QCOMPARE(log.lines().first().type, QtCriticalMsg);
     QCOMPARE(log.texts(), QStringList{QStringLiteral("[%1] void prepareOutputDir() : !!! ERROR: output dir \"/no/such\"").arg(line)});
@@ -74,7 +77,7 @@ void TestLog::errorLineQuotesStrings()
 void TestLog::errorLineKeepsEmptyValue()
 {
     LogCapture log;
-    LOG_ERROR("void prepareOutputDir()") << "Failed to rename" << QString();
+    LOG_ERROR_AS("void prepareOutputDir()") << "Failed to rename" << QString();
     const int line = __LINE__ - 1;
     QCOMPARE(log.texts(), QStringList{QStringLiteral("[%1] void prepareOutputDir() : !!! ERROR: Failed to rename \"\"").arg(line)});
 }
@@ -82,7 +85,7 @@ void TestLog::errorLineKeepsEmptyValue()
 void TestLog::warningLineQuotesStrings()
 {
     LogCapture log;
-    LOG_WARNING("void checkAndSetupFiles()") << "No file in:" << QStringLiteral("/opt/kestreldl2");
+    LOG_WARNING_AS("void checkAndSetupFiles()") << "No file in:" << QStringLiteral("/opt/kestreldl2");
     const int line = __LINE__ - 1;
     QCOMPARE(log.lines().first().type, QtWarningMsg);
     QCOMPARE(log.texts(), QStringList{QStringLiteral("[%1] void checkAndSetupFiles() : WARNING: No file in: \"/opt/kestreldl2\"").arg(line)});
@@ -99,10 +102,50 @@ void TestLog::warningWithoutLocation()
 void TestLog::informationLineIsUnquoted()
 {
     LogCapture log;
-    LOG_INFO("void prepareOutputDir()") << "Renamed" << QStringLiteral("/d/KestrelD.exe") << "to" << QStringLiteral("/d/KestrelD_Installer.exe");
+    Log::info("void prepareOutputDir()", __LINE__) << "Renamed" << QStringLiteral("/d/KestrelD.exe") << "to" << QStringLiteral("/d/KestrelD_Installer.exe");
     const int line = __LINE__ - 1;
     QCOMPARE(log.lines().first().type, QtInfoMsg);
     QCOMPARE(log.texts(), QStringList{QStringLiteral("[%1] void prepareOutputDir() : Renamed /d/KestrelD.exe to /d/KestrelD_Installer.exe").arg(line)});
+}
+
+void TestLog::checkedTextIsTheEnclosingFunction()
+{
+    // Compiles only because the text is this function's own name.
+    QCOMPARE(LOG_LOCATION("void TestLog::checkedTextIsTheEnclosingFunction()"),
+             QStringLiteral("[%1] void TestLog::checkedTextIsTheEnclosingFunction() :").arg(__LINE__ - 1));
+}
+
+void TestLog::namesFunctionComparesWithTheCompilersName_data()
+{
+    QTest::addColumn<QByteArray>("written");
+    QTest::addColumn<QByteArray>("compilerName");
+    QTest::addColumn<bool>("names");
+
+    QTest::newRow("the same") << QByteArray("void Navigation::showMainWindow()")
+                              << QByteArray("void Navigation::showMainWindow()") << true;
+    QTest::newRow("spaces differ") << QByteArray("int qMain(int, char**)") << QByteArray("int qMain(int, char **)")
+                                   << true;
+    QTest::newRow("anonymous namespace left out")
+        << QByteArray("void prepareOutputDir()") << QByteArray("void {anonymous}::prepareOutputDir()") << true;
+    QTest::newRow("a lambda") << QByteArray("KestrelDownloader::requestFormats()::<lambda(int, QProcess::ExitStatus)>")
+                              << QByteArray("KestrelDownloader::requestFormats()::<lambda(int, QProcess::ExitStatus)>")
+                              << true;
+    QTest::newRow("a typo") << QByteArray("void Navigation::showMainWindo()")
+                            << QByteArray("void Navigation::showMainWindow()") << false;
+    QTest::newRow("parameters differ") << QByteArray("void checkAndSetupFiles()")
+                                       << QByteArray("void checkAndSetupFiles(VideoInfo&)") << false;
+    QTest::newRow("class left out") << QByteArray("void showMainWindow()")
+                                    << QByteArray("void Navigation::showMainWindow()") << false;
+    QTest::newRow("longer than the name") << QByteArray("void f() const") << QByteArray("void f()") << false;
+    QTest::newRow("shorter than the name") << QByteArray("void f") << QByteArray("void f()") << false;
+}
+
+void TestLog::namesFunctionComparesWithTheCompilersName()
+{
+    QFETCH(QByteArray, written);
+    QFETCH(QByteArray, compilerName);
+    QFETCH(bool, names);
+    QCOMPARE(Log::namesFunction(written.constData(), compilerName.constData()), names);
 }
 
 KESTREL_TEST_MAIN(TestLog)

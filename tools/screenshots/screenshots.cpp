@@ -3,7 +3,7 @@
 // each step, so the window can be looked at as a user sees it. Run it through
 // scripts/screenshots.sh, which provides an X server and a throw-away home.
 
-#include "app/filesetup.h"
+#include "downloader/filesetup.h"
 #include "downloader/kestreldownloader.h"
 #include "downloader/videoinfo.h"
 #include "ui/navigation.h"

@@ -1,9 +1,9 @@
 #include "filesetup.h"
 
-#include "app/identity.h"
-#include "app/log.h"
-#include "app/platform.h"
-#include "app/settings.h"
+#include "base/identity.h"
+#include "base/log.h"
+#include "base/platform.h"
+#include "base/settings.h"
 #include "downloader/videoinfo.h"
 
 #include <QCoreApplication>
@@ -47,18 +47,19 @@ QString dataFolder()
     return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
 }
 
-void checkAndSetupFiles()
+void checkAndSetupFiles(VideoInfo &info)
 {
+    // The log names the set-up as it was before it was handed the record.
     constexpr auto here = "void checkAndSetupFiles()";
-    LOG_ENTRY(here);
+    LOG_ENTRY_AS(here);
 
     const QString data = dataFolder();
     if (QDir().mkpath(data))
         Log::ok("data dir", data);
     else
-        LOG_ERROR(here) << "data dir" << data;
+        LOG_ERROR_AS(here) << "data dir" << data;
 
-    QSettings &settings = VideoInfo::shared().settings();
+    QSettings &settings = info.settings();
     Settings::writeIfChanged(settings, Settings::versionNumberKey(), Identity::applicationVersion());
     Settings::writeIfChanged(settings, Settings::versionDateKey(), Identity::buildDate());
 
@@ -72,7 +73,7 @@ void checkAndSetupFiles()
             QFile::copy(source, destination);
             qDebug().noquote() << tool << "copy to:" << destination;
         } else {
-            LOG_WARNING(here) << "No file in:" << source;
+            LOG_WARNING_AS(here) << "No file in:" << source;
         }
     }
 

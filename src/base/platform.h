@@ -4,7 +4,7 @@
 #include <QUrl>
 
 // Everything that differs between Windows and the other systems. The
-// implementation is chosen in CMake: platform_win.cpp or platform_unix.cpp.
+// implementation is chosen in CMake: platform_win.cpp or platform_posix.cpp.
 namespace Platform {
 
 // The downloader tool's file name in the executable's and the data folder.

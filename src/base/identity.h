@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/version.h"
+
 #include <QString>
 
 // Who this program is. The application and organisation names also form the
@@ -8,13 +10,13 @@ namespace Identity {
 
 inline QString applicationName() { return QStringLiteral("Kestrel Downloader"); }
 inline QString organisationName() { return QStringLiteral("Halvard Software"); }
-inline QString applicationVersion() { return QStringLiteral("2.0.023"); }
+inline QString applicationVersion() { return QString::fromLatin1(Build::versionText); }
 inline QString buildDate() { return QStringLiteral("25.0826"); }
 
 // The name of the installed menu entry (<id>.desktop) and software centre
-// entry (<id>.metainfo.xml); KESTREL_APP_ID in the top CMakeLists.txt. Given
-// to the desktop so that it finds the entry that belongs to the windows.
-inline QString desktopEntryId() { return QStringLiteral("com.halvardsoftware.KestrelDownloader"); }
+// entry (<id>.metainfo.xml). Given to the desktop so that it finds the entry
+// that belongs to the windows.
+inline QString desktopEntryId() { return QString::fromLatin1(Build::desktopEntryId); }
 
 // The release number handed to the updater for the start-up check and the
 // manual update; a fixed value, not derived from the build date.
