@@ -14,6 +14,8 @@
 #include "downloader/filesetup.h"
 #include "benchsupport.h"
 #include "downloader/kestreldownloader.h"
+#include "downloader/videoinfo.h"
+#include "plugins/plugins.h"
 #include "testsandbox.h"
 #include "ui/navigation.h"
 
@@ -101,8 +103,10 @@ qsizetype lineCount(const QString &path)
 // One video from the address to the finished download, as a user does it.
 std::optional<Walk> walk(const QString &video, const QString &record, QString *problem)
 {
-    KestrelDownloader &driver = KestrelDownloader::shared();
-    Navigation window;
+    VideoInfo info;
+    KestrelDownloader driver(info);
+    Plugins plugins;
+    Navigation window(driver, info, plugins);
     window.showMainWindow();
     if (!QTest::qWaitForWindowExposed(&window)) {
         *problem = QStringLiteral("the window was not shown");

@@ -17,6 +17,7 @@
 #include "downloader/filesetup.h"
 #include "benchsupport.h"
 #include "downloader/kestreldownloader.h"
+#include "downloader/videoinfo.h"
 #include "testsandbox.h"
 
 #include <QApplication>
@@ -52,7 +53,8 @@ int main(int argc, char **argv)
     if (!Bench::installInstantTool(sandbox, &problem))
         return Bench::failedToRun("memory growth", problem);
 
-    KestrelDownloader driver;
+    VideoInfo info;
+    KestrelDownloader driver(info);
     if (!driver.setUrl(Bench::benchVideoAddress()))
         return Bench::failedToRun("memory growth", QStringLiteral("the driver refused the address %1").arg(Bench::benchVideoAddress()));
     QObject::disconnect(&driver, &KestrelDownloader::haveMetadata, &driver, &KestrelDownloader::requestFormats);

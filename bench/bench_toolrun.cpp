@@ -20,6 +20,7 @@
 #include "downloader/filesetup.h"
 #include "benchsupport.h"
 #include "downloader/kestreldownloader.h"
+#include "downloader/videoinfo.h"
 #include "scenario.h"
 #include "testsandbox.h"
 
@@ -188,7 +189,8 @@ int main(int argc, char **argv)
     if (!Bench::installInstantTool(sandbox, &problem))
         return Bench::failedToRun("tool run", problem);
 
-    KestrelDownloader driver;
+    VideoInfo info;
+    KestrelDownloader driver(info);
     if (!driver.setUrl(Bench::benchVideoAddress()))
         return Bench::failedToRun("tool run", QStringLiteral("the driver refused the address %1").arg(Bench::benchVideoAddress()));
     Runner runner(driver);

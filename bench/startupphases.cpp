@@ -25,8 +25,9 @@
 // prints this program's total beside the real executable's, which shows when
 // they have drifted apart.
 
-#include "downloader/filesetup.h"
+#include "app/composition.h"
 #include "base/identity.h"
+#include "downloader/filesetup.h"
 #include "plugins/plugins.h"
 #include "ui/navigation.h"
 #include "ui_navigation.h"
@@ -118,18 +119,18 @@ int runApp(int argc, char **argv, Phases &phases)
     Q_UNUSED(argc);
     phases.mark("qapplication");
 
-    if (LoggingInterface *logging = loggingPlugin().instance())
+    if (LoggingInterface *logging = Composition::plugins().logging().instance())
         logging->setUp(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation), QString());
-    if (SysInfoInterface *sysInfo = sysInfoPlugin().instance())
+    if (SysInfoInterface *sysInfo = Composition::plugins().sysInfo().instance())
         sysInfo->setApplicationInfo(Identity::applicationVersion(), Identity::buildDate(), 0, 1);
     phases.mark("plugins");
 
-    checkAndSetupFiles();
+    checkAndSetupFiles(Composition::videoRecord());
     phases.mark("files");
 
     int exitCode = 0;
     {
-        Navigation window;
+        Navigation window(Composition::driver(), Composition::videoRecord(), Composition::plugins());
         phases.mark("window");
         QCommandLineParser *commandLine = createCommandLine();
         window.setCommandLine(commandLine);
@@ -310,7 +311,7 @@ int runWindow(int argc, char **argv, Phases &phases)
         return 1;
     phases.mark("formimages");
     {
-        Navigation window;
+        Navigation window(Composition::driver(), Composition::videoRecord(), Composition::plugins());
         phases.mark("navigation");
         if (!sizeFontedWidgets(window, phases))
             return 1;

@@ -9,11 +9,11 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    static KestrelDownloader driver;
+    static VideoInfo info;
+    static KestrelDownloader driver(info);
     static const QUrl before(QStringLiteral("https://www.youtube.com/watch?v=before"));
 
     const QString text = Fuzz::text(data, size);
-    VideoInfo &info = VideoInfo::shared();
     info.url = before;
 
     // An accepted address becomes the video's address; a refused one leaves

@@ -11,7 +11,8 @@ namespace {
 // One driver for the whole run, with the outcome of the latest parse.
 struct Harness
 {
-    KestrelDownloader driver;
+    VideoInfo info;
+    KestrelDownloader driver{info};
     int metadata = 0;
     int failures = 0;
     KestrelDownloader::errorType code{};
@@ -42,7 +43,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     harness.failures = 0;
 
     const QString text = Fuzz::text(data, size);
-    VideoInfo &info = VideoInfo::shared();
+    VideoInfo &info = harness.info;
     info.rawOutput = text;
     harness.driver.requestMetadataFinished();
 

@@ -22,22 +22,22 @@ const QIcon &sharedIcon(const QString &resource)
 
 FormatTableModel::FormatTableModel(QObject *parent)
     : QAbstractTableModel(parent)
-    , mediaIcon(sharedIcon(QStringLiteral(":/img/sign_media")))
-    , downloadIcon(sharedIcon(QStringLiteral(":/img/sign_download")))
+    , m_mediaIcon(sharedIcon(QStringLiteral(":/img/sign_media")))
+    , m_downloadIcon(sharedIcon(QStringLiteral(":/img/sign_download")))
 {
 }
 
 void FormatTableModel::setSource(const QHash<quint32, FormatInfo> *formats, const QList<quint32> *order)
 {
     beginResetModel();
-    formatMap = formats;
-    orderList = order;
+    m_formats = formats;
+    m_order = order;
     endResetModel();
 }
 
 int FormatTableModel::rowCount(const QModelIndex &) const
 {
-    return orderList ? int(orderList->size()) : 0;
+    return m_order ? int(m_order->size()) : 0;
 }
 
 int FormatTableModel::columnCount(const QModelIndex &) const
@@ -47,11 +47,11 @@ int FormatTableModel::columnCount(const QModelIndex &) const
 
 QVariant FormatTableModel::data(const QModelIndex &index, int role) const
 {
-    if (!formatMap || !orderList || !index.isValid() || index.row() < 0 || index.column() < 0
-        || index.row() >= orderList->size() || formatMap->isEmpty())
+    if (!m_formats || !m_order || !index.isValid() || index.row() < 0 || index.column() < 0
+        || index.row() >= m_order->size() || m_formats->isEmpty())
         return {};
-    const auto found = formatMap->constFind(orderList->at(index.row()));
-    if (found == formatMap->constEnd())
+    const auto found = m_formats->constFind(m_order->at(index.row()));
+    if (found == m_formats->constEnd())
         return {};
     const FormatInfo &format = *found;
 
@@ -62,9 +62,9 @@ QVariant FormatTableModel::data(const QModelIndex &index, int role) const
         return index.column() == SizeColumn ? QVariant(sizeAlignment) : QVariant();
     case Qt::DecorationRole:
         if (index.column() == TypeColumn)
-            return mediaIcon.pixmap(QSize(48, 23), QIcon::Normal, QIcon::Off);
+            return m_mediaIcon.pixmap(QSize(48, 23), QIcon::Normal, QIcon::Off);
         if (index.column() == DownloadColumn)
-            return downloadIcon.pixmap(QSize(22, 22), QIcon::Normal, QIcon::Off);
+            return m_downloadIcon.pixmap(QSize(22, 22), QIcon::Normal, QIcon::Off);
         return {};
     case Qt::DisplayRole:
         if (index.column() == IdColumn)

@@ -28,8 +28,8 @@ public:
     void setSource(const QHash<quint32, FormatInfo> *formats, const QList<quint32> *order);
 
 private:
-    const QHash<quint32, FormatInfo> *formatMap = nullptr;
-    const QList<quint32> *orderList = nullptr;
-    QIcon mediaIcon;
-    QIcon downloadIcon;
+    const QHash<quint32, FormatInfo> *m_formats = nullptr;
+    const QList<quint32> *m_order = nullptr;
+    QIcon m_mediaIcon;
+    QIcon m_downloadIcon;
 };

@@ -9,30 +9,30 @@
 
 RowFitter::RowFitter(QTableView *view)
     : QObject(view)
-    , table(view)
+    , m_table(view)
 {
-    table->viewport()->installEventFilter(this);
-    connect(table->verticalHeader(), &QHeaderView::sectionResized, this, &RowFitter::whenRowResized);
+    m_table->viewport()->installEventFilter(this);
+    connect(m_table->verticalHeader(), &QHeaderView::sectionResized, this, &RowFitter::whenRowResized);
 }
 
 void RowFitter::fit()
 {
-    if (fitting || !table->model())
+    if (m_fitting || !m_table->model())
         return;
-    const QScopedValueRollback<bool> busy(fitting, true);
-    const std::optional<int> firstHidden = firstHiddenRow(table->viewport()->height(), measuredRowHeight());
+    const QScopedValueRollback<bool> busy(m_fitting, true);
+    const std::optional<int> firstHidden = firstHiddenRow(m_table->viewport()->height(), measuredRowHeight());
     if (!firstHidden)
         return;
-    const int rowCount = table->model()->rowCount();
+    const int rowCount = m_table->model()->rowCount();
     for (int row = 0; row < rowCount; ++row)
-        table->setRowHidden(row, row >= *firstHidden);
+        m_table->setRowHidden(row, row >= *firstHidden);
 }
 
 bool RowFitter::eventFilter(QObject *watched, QEvent *event)
 {
     // The type first: the viewport also reports its own destruction, when
     // the table is no longer one to ask.
-    if (event->type() == QEvent::Resize && watched == table->viewport()) {
+    if (event->type() == QEvent::Resize && watched == m_table->viewport()) {
         const auto *resize = static_cast<QResizeEvent *>(event);
         if (resize->size().height() != resize->oldSize().height())
             fit();
@@ -46,7 +46,7 @@ bool RowFitter::eventFilter(QObject *watched, QEvent *event)
 // The fit's own hiding and showing is no change.
 void RowFitter::whenRowResized(int row)
 {
-    if (row == 0 && !fitting)
+    if (row == 0 && !m_fitting)
         QMetaObject::invokeMethod(this, &RowFitter::fit, Qt::QueuedConnection);
 }
 
@@ -54,6 +54,6 @@ void RowFitter::whenRowResized(int row)
 // fit hides it again when not even it fits.
 int RowFitter::measuredRowHeight() const
 {
-    table->setRowHidden(0, false);
-    return table->verticalHeader()->sectionSize(0);
+    m_table->setRowHidden(0, false);
+    return m_table->verticalHeader()->sectionSize(0);
 }

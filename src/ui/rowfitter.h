@@ -28,7 +28,7 @@ private:
     void whenRowResized(int row);
     int measuredRowHeight() const;
 
-    QTableView *table;
+    QTableView *m_table;
     // Hiding and showing rows resizes them; those changes are the fitter's own.
-    bool fitting = false;
+    bool m_fitting = false;
 };

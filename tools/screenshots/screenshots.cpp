@@ -6,6 +6,7 @@
 #include "downloader/filesetup.h"
 #include "downloader/kestreldownloader.h"
 #include "downloader/videoinfo.h"
+#include "plugins/plugins.h"
 #include "ui/navigation.h"
 
 #include "scenario.h"
@@ -75,11 +76,13 @@ FakeTool::Behaviour printing(const QString &text, int pauseMs = 0)
 
 bool walk(const QString &folder, unsigned int scale, const QString &scenarioFile)
 {
-    VideoInfo::shared().settings().setValue(QStringLiteral("Scale/Val"), scale);
+    VideoInfo info;
+    info.settings().setValue(QStringLiteral("Scale/Val"), scale);
     Photographer camera(folder, scale);
-    KestrelDownloader &driver = KestrelDownloader::shared();
+    KestrelDownloader driver(info);
+    Plugins plugins;
 
-    Navigation window;
+    Navigation window(driver, info, plugins);
     window.showMainWindow();
     if (!QTest::qWaitForWindowExposed(&window))
         return false;
