@@ -252,7 +252,7 @@ void TestNavigationFlow::refusedAddressChangesNothing()
     QCOMPARE(box.text, QStringLiteral("WARNING: You must provide at least some valid YouTube URL to proceed"));
     QCOMPARE(box.icon, QMessageBox::Warning);
     QCOMPARE(box.buttons, QList<QMessageBox::StandardButton>{QMessageBox::Ok});
-    QVERIFY(box.hasParent);
+    QVERIFY(box.parent);
     QCOMPARE(currentPage(), QStringLiteral("page_URL"));
     QCOMPARE(widget<QLineEdit>("editURL")->text(), QStringLiteral("https://vimeo.com/12345"));
     QCOMPARE(widget<QLabel>("labelTitle")->text(), QStringLiteral("title"));
@@ -795,7 +795,7 @@ void TestNavigationFlow::menuWithoutPlugins()
     QCOMPARE(box.text, QStringLiteral("Kestrel Downloader version: 2.0.023"));
     QCOMPARE(box.icon, QMessageBox::Information);
     QCOMPARE(box.buttons, QList<QMessageBox::StandardButton>{QMessageBox::Ok});
-    QVERIFY(!box.hasParent);
+    QVERIFY(!box.parent);
 }
 
 void TestNavigationFlow::entriesOfMissingPluginsLogNothingElse_data()

@@ -299,7 +299,7 @@ void TestNavigationMenu::updateEntryConnectsOnce()
     QCOMPARE(boxes.boxes().first().title, QStringLiteral("Success"));
     QCOMPARE(boxes.boxes().first().text, QStringLiteral("KestrelDownloader was successfully updated"));
     QCOMPARE(boxes.boxes().first().icon, QMessageBox::Information);
-    QVERIFY(boxes.boxes().first().hasParent);
+    QVERIFY(boxes.boxes().first().parent);
     QCOMPARE(page()->objectName(), QStringLiteral("page_URL"));
 
     {
