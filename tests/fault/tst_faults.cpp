@@ -94,7 +94,7 @@ void TestFaults::cleanup()
 {
     KestrelDownloader::shared().terminateTool(true);
     ModalCatcher late;
-    QTest::qWait(50);
+    QVERIFY(WindowDriver::waitForRunsToEnd());
 }
 
 void TestFaults::standardErrorFloodIsHarmless()
@@ -223,7 +223,8 @@ void TestFaults::crashInEveryRun()
         driver.enterAddress(QStringLiteral("https://youtu.be/abc"));
     }
     QVERIFY(failure.wait());
-    QTest::qWait(50);
+    // The run's end is handled whole, box and page change included.
+    QVERIFY(WindowDriver::waitForRunsToEnd());
     QCOMPARE(driver.currentPage(), page);
     if (box.isEmpty()) {
         QCOMPARE(boxes.boxes().size(), 0);

@@ -4,6 +4,7 @@
 #include "downloader/videoinfo.h"
 #include "ui/navigation.h"
 
+#include "happenswithin.h"
 #include "menudriver.h"
 #include "openedurls.h"
 #include "scenario.h"
@@ -363,7 +364,7 @@ void TestAccessibility::escapeCancelsARunningDownload()
 void TestAccessibility::escapeOnTheStartPageKeepsTheWindow()
 {
     press(Qt::Key_Escape);
-    QTest::qWait(50);
+    QVERIFY(!happensWithin(50, [&] { return !window()->isVisible() || currentPage() != QStringLiteral("page_Start"); }));
     QVERIFY(window()->isVisible());
     QCOMPARE(currentPage(), QStringLiteral("page_Start"));
 }

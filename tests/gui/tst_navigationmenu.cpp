@@ -1,17 +1,17 @@
-#include "downloader/filesetup.h"
 #include "base/platform.h"
 #include "downloader/kestreldownloader.h"
 #include "downloader/videoinfo.h"
 #include "ui/navigation.h"
 
+#include "happenswithin.h"
 #include "menudriver.h"
 #include "modalcatcher.h"
 #include "scenario.h"
 #include "testsandbox.h"
+#include "windowdriver.h"
 
 #include <QApplication>
 #include <QScreen>
-#include <QDir>
 #include <QPushButton>
 #include <QSettings>
 #include <QSignalSpy>
@@ -90,12 +90,11 @@ void TestNavigationMenu::initTestCase()
     qputenv("KESTREL_FIXTURE_RECORD", m_calls.toLocal8Bit());
     qputenv("KESTREL_FIXTURE_ACTIONS", "done-on-update");
 
-    prepareOutputDir();
-    QDir().mkpath(dataFolder());
-    QVERIFY(QFile::copy(FakeTool::builtToolPath(), dataFolder() + QLatin1Char('/') + Platform::toolFileName()));
+    // The window is made here, for each case in the screen's corner, but the
+    // fake tool is placed as for every other window suite.
+    WindowDriver::prepareTool(m_work.path());
     m_scenarioFile = m_work.filePath(QStringLiteral("scenario.json"));
     m_recordFile = m_work.filePath(QStringLiteral("record.jsonl"));
-    qputenv(FakeTool::scenarioVariable(), m_scenarioFile.toLocal8Bit());
 }
 
 void TestNavigationMenu::cleanupTestCase()
@@ -299,7 +298,7 @@ void TestNavigationMenu::updateEntryConnectsOnce()
     QCOMPARE(boxes.boxes().first().title, QStringLiteral("Success"));
     QCOMPARE(boxes.boxes().first().text, QStringLiteral("KestrelDownloader was successfully updated"));
     QCOMPARE(boxes.boxes().first().icon, QMessageBox::Information);
-    QVERIFY(boxes.boxes().first().hasParent);
+    QVERIFY(boxes.boxes().first().parent);
     QCOMPARE(page()->objectName(), QStringLiteral("page_URL"));
 
     {
@@ -307,7 +306,7 @@ void TestNavigationMenu::updateEntryConnectsOnce()
         openMenu(stack, QPoint(stack->width() - 3, stack->height() - 3));
     }
     QVERIFY(boxes.waitForBoxes(2));
-    QTest::qWait(500);
+    QVERIFY(!happensWithin(500, [&] { return toolUpdates().size() > 2 || boxes.boxes().size() > 2; }));
     // One updateDone gives one tool update: the signal was connected once.
     QCOMPARE(toolUpdates().size(), 2);
     QCOMPARE(boxes.boxes().size(), 2);

@@ -1,34 +1,23 @@
 #include "modalrun.h"
 
+#include "modalcatcher.h"
+
 #include <QAbstractButton>
-#include <QApplication>
-#include <QElapsedTimer>
-#include <QTimer>
+#include <QWidget>
 
 ModalRun runModal(const std::function<void()> &show, const std::function<void(QWidget *)> &act)
 {
     ModalRun run;
-    QObject context;
-    QTimer poll;
-    QElapsedTimer clock;
-    clock.start();
-    QObject::connect(&poll, &QTimer::timeout, &context, [&] {
-        QWidget *dialog = QApplication::activeModalWidget();
-        if (!dialog) {
-            if (clock.elapsed() > 10000)
-                poll.stop();
-            return;
-        }
-        poll.stop();
+    ModalCatcher catcher;
+    // Only the dialog that show() opens is the test's; the catcher closes it
+    // if the test's action left it open.
+    catcher.setAction([&](QWidget *dialog) {
+        catcher.stop();
         run.appeared = true;
         act(dialog);
         run.closedByTest = !dialog->isVisible();
-        if (dialog->isVisible())
-            dialog->close();
     });
-    poll.start(10);
     show();
-    poll.stop();
     return run;
 }
 

@@ -7,10 +7,10 @@
 class QAbstractButton;
 class QWidget;
 
-// For dialogs of any kind (not only message boxes): calls show(), which
-// should open a modal dialog and return once it is closed; act(dialog) runs
-// while the dialog is up and is expected to close it. A dialog that stays
-// open is closed by force, and closedByTest says so.
+// For dialogs of any kind (not only message boxes), through ModalCatcher:
+// calls show(), which should open a modal dialog and return once it is
+// closed; act(dialog) runs while the dialog is up and is expected to close
+// it. A dialog that stays open is closed by force, and closedByTest says so.
 struct ModalRun
 {
     bool appeared = false;

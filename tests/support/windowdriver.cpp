@@ -53,7 +53,14 @@ WindowDriver::~WindowDriver()
 {
     KestrelDownloader::shared().terminateTool(true);
     ModalCatcher catcher;
-    QTest::qWait(50);
+    if (!waitForRunsToEnd())
+        qWarning("a run of the tool outlived its window");
+}
+
+bool WindowDriver::waitForRunsToEnd()
+{
+    // A run's process object goes only after its end was handled, box included.
+    return QTest::qWaitFor([] { return KestrelDownloader::processObjectCount() == 0; }, 10000);
 }
 
 void WindowDriver::play(const QString &kind, const FakeTool::Behaviour &behaviour)

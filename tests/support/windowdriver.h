@@ -37,6 +37,10 @@ public:
         return found;
     }
 
+    // Waits until every run of the tool has ended and its end was handled;
+    // false on time-out.
+    static bool waitForRunsToEnd();
+
     QString currentPage() const;
     // Types the address key by key, then Enter.
     void enterAddress(const QString &text);
