@@ -83,6 +83,7 @@ private slots:
 
 private:
     QTemporaryDir m_work;
+    VideoInfo m_info;
 };
 
 void TestFaults::initTestCase()
@@ -92,14 +93,13 @@ void TestFaults::initTestCase()
 
 void TestFaults::cleanup()
 {
-    KestrelDownloader::shared().terminateTool(true);
     ModalCatcher late;
     QVERIFY(WindowDriver::waitForRunsToEnd());
 }
 
 void TestFaults::standardErrorFloodIsHarmless()
 {
-    WindowDriver driver(m_work.path());
+    WindowDriver driver(m_work.path(), m_info);
     Behaviour flood = WindowDriver::printing(QStringLiteral("Flooded Title\n1:00\n"));
     flood.stderrBytes = 50 * 1024 * 1024;
     driver.play(FakeTool::Kind::metadata(), flood);
@@ -115,7 +115,7 @@ void TestFaults::standardOutputFloodLosesNothing()
 {
     // The tool exits right after its last write: the largest format comes
     // after 200,000 other lines and must still be read.
-    WindowDriver driver(m_work.path());
+    WindowDriver driver(m_work.path(), m_info);
     Behaviour flood = WindowDriver::printing(QStringLiteral("137 mp4 1920x1080 | 5.00GiB\n"));
     flood.stdoutLines = 200000;
     flood.stdoutLine = QStringLiteral("999 webm 16x16 | 1.00KiB | filler");
@@ -143,7 +143,7 @@ void TestFaults::garbageOutput()
 {
     QFETCH(QString, kind);
     QFETCH(quint32, seed);
-    WindowDriver driver(m_work.path());
+    WindowDriver driver(m_work.path(), m_info);
     Behaviour binary;
     binary.stdoutBinary = garbage(64 * 1024, seed) + "\n[download] \xff\xfe 12.5% of \xc3\n" + garbage(1024, seed + 7);
     driver.play(FakeTool::Kind::metadata(), WindowDriver::printing(QStringLiteral("T\n1\n")));
@@ -151,7 +151,7 @@ void TestFaults::garbageOutput()
     driver.play(kind, binary);
 
     ModalCatcher boxes;
-    KestrelDownloader &tool = KestrelDownloader::shared();
+    KestrelDownloader &tool = driver.driver();
     QSignalSpy formats(&tool, &KestrelDownloader::haveFormats);
     QSignalSpy failure(&tool, &KestrelDownloader::somethingWrong);
     QSignalSpy video(&tool, &KestrelDownloader::haveVideo);
@@ -180,7 +180,7 @@ void TestFaults::garbageOutput()
 
 void TestFaults::invalidUtf8Title()
 {
-    WindowDriver driver(m_work.path());
+    WindowDriver driver(m_work.path(), m_info);
     Behaviour metadata;
     metadata.stdoutBinary = QByteArray("\xff\xfeGood \xc3 Title\xed\xa0\x80\n1:00\n");
     driver.play(FakeTool::Kind::metadata(), metadata);
@@ -210,12 +210,12 @@ void TestFaults::crashInEveryRun()
     QFETCH(QString, kind);
     QFETCH(QString, box);
     QFETCH(QString, page);
-    WindowDriver driver(m_work.path());
+    WindowDriver driver(m_work.path(), m_info);
     driver.play(FakeTool::Kind::metadata(), WindowDriver::printing(QStringLiteral("T\n1\n")));
     driver.play(FakeTool::Kind::formats(), WindowDriver::printing(WindowDriver::sampleListing()));
     driver.play(kind, crashing());
     ModalCatcher boxes;
-    QSignalSpy failure(&KestrelDownloader::shared(), &KestrelDownloader::somethingWrong);
+    QSignalSpy failure(&driver.driver(), &KestrelDownloader::somethingWrong);
     if (kind == FakeTool::Kind::download()) {
         QVERIFY(driver.reachFormats());
         driver.pickRow(0);
@@ -237,7 +237,7 @@ void TestFaults::crashInEveryRun()
 
 void TestFaults::hangingToolIsCancelled()
 {
-    WindowDriver driver(m_work.path());
+    WindowDriver driver(m_work.path(), m_info);
     driver.play(FakeTool::Kind::metadata(), WindowDriver::printing(QStringLiteral("T\n1\n")));
     driver.play(FakeTool::Kind::formats(), WindowDriver::printing(WindowDriver::sampleListing()));
     Behaviour hang;
@@ -250,7 +250,7 @@ void TestFaults::hangingToolIsCancelled()
     QVERIFY(ProcessProbe::isRunning(pid));
 
     ModalCatcher boxes;
-    QSignalSpy failure(&KestrelDownloader::shared(), &KestrelDownloader::somethingWrong);
+    QSignalSpy failure(&driver.driver(), &KestrelDownloader::somethingWrong);
     QTest::mouseClick(driver.find<QWidget>("btnCancel"), Qt::LeftButton);
     QVERIFY(failure.wait());
     QCOMPARE(driver.currentPage(), QStringLiteral("page_Formats"));
@@ -279,13 +279,13 @@ void TestFaults::anotherInstancesToolSurvives()
     other.start(otherTool, {QStringLiteral("--no-warnings"), QStringLiteral("abc")});
     QVERIFY(other.waitForStarted());
 
-    WindowDriver driver(m_work.path());
+    WindowDriver driver(m_work.path(), m_info);
     driver.play(FakeTool::Kind::metadata(), hang);
     driver.enterAddress(QStringLiteral("https://youtu.be/abc"));
     QTRY_COMPARE(FakeTool::readRecord(driver.recordFile()).size(), 1);
     const qint64 ours = FakeTool::readRecord(driver.recordFile()).first().pid;
-    QSignalSpy failure(&KestrelDownloader::shared(), &KestrelDownloader::somethingWrong);
-    KestrelDownloader::shared().terminateTool(false);
+    QSignalSpy failure(&driver.driver(), &KestrelDownloader::somethingWrong);
+    driver.driver().terminateTool(false);
     QVERIFY(failure.wait());
     QVERIFY(!ProcessProbe::isRunning(ours));
     QCOMPARE(other.state(), QProcess::Running);

@@ -1,4 +1,5 @@
 #include "downloader/kestreldownloader.h"
+#include "downloader/videoinfo.h"
 #include "formats/formattablemodel.h"
 
 #include "modalcatcher.h"
@@ -24,12 +25,13 @@ private slots:
 
 private:
     QTemporaryDir m_work;
+    VideoInfo m_info;
 };
 
 void TestSoak::thousandDownloadsLeaveNothingBehind()
 {
     WindowDriver::prepareTool(m_work.path());
-    WindowDriver driver(m_work.path());
+    WindowDriver driver(m_work.path(), m_info);
     // Without a record of the runs: it would only grow the test's own file.
     const FakeTool::Behaviour download = WindowDriver::printing(QStringLiteral("[download]  50.0% of 1MiB\r[download] 100% of 1MiB\n"));
     QVERIFY(FakeTool::Scenario()
@@ -42,7 +44,7 @@ void TestSoak::thousandDownloadsLeaveNothingBehind()
     // handling of them is not what this test measures.
     const QtMessageHandler previousHandler = qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
     ModalCatcher boxes;
-    QSignalSpy video(&KestrelDownloader::shared(), &KestrelDownloader::haveVideo);
+    QSignalSpy video(&driver.driver(), &KestrelDownloader::haveVideo);
     int keptModels = 0;
     const auto cycle = [&] {
         // Typing or pasting adds an undo step per character to the address

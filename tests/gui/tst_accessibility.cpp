@@ -101,6 +101,7 @@ private:
     QStringList tabCycle(int presses);
 
     QTemporaryDir m_work;
+    VideoInfo m_info;
     std::unique_ptr<WindowDriver> m_driver;
 };
 
@@ -111,8 +112,9 @@ void TestAccessibility::initTestCase()
 
 void TestAccessibility::init()
 {
-    VideoInfo::shared().settings().remove(QStringLiteral("Scale/Val"));
-    m_driver = std::make_unique<WindowDriver>(m_work.path());
+    m_info.settings().remove(QStringLiteral("Scale/Val"));
+    m_driver.reset();
+    m_driver = std::make_unique<WindowDriver>(m_work.path(), m_info);
     useScenario(FakeTool::Kind::metadata(), WindowDriver::printing(QStringLiteral("Kestrel Test Clip\n3:05\n")));
     useScenario(FakeTool::Kind::formats(), WindowDriver::printing(WindowDriver::sampleListing()));
     useScenario(FakeTool::Kind::download(), finishedDownload());
@@ -132,7 +134,7 @@ void TestAccessibility::showPage(const char *name)
 
 void TestAccessibility::reachFormatsByKeyboard()
 {
-    QSignalSpy formats(&KestrelDownloader::shared(), &KestrelDownloader::haveFormats);
+    QSignalSpy formats(&m_driver->driver(), &KestrelDownloader::haveFormats);
     QCOMPARE(focusName(), QStringLiteral("pushButton_Video"));
     press(Qt::Key_Return);
     QCOMPARE(currentPage(), QStringLiteral("page_URL"));
@@ -146,7 +148,7 @@ void TestAccessibility::reachFormatsByKeyboard()
 void TestAccessibility::reachFinishedDownload()
 {
     reachFormatsByKeyboard();
-    QSignalSpy video(&KestrelDownloader::shared(), &KestrelDownloader::haveVideo);
+    QSignalSpy video(&m_driver->driver(), &KestrelDownloader::haveVideo);
     press(Qt::Key_Tab);
     QCOMPARE(focusName(), QStringLiteral("tableView"));
     press(Qt::Key_Down);
@@ -277,14 +279,14 @@ void TestAccessibility::tabOrderFollowsEachPage()
     QCOMPARE(tabCycle(3), (QStringList{QStringLiteral("editURL"), QStringLiteral("pushButton_Process"),
                                        QStringLiteral("btn_Back_from_Process"), QStringLiteral("editURL")}));
 
-    QSignalSpy formats(&KestrelDownloader::shared(), &KestrelDownloader::haveFormats);
+    QSignalSpy formats(&m_driver->driver(), &KestrelDownloader::haveFormats);
     QTest::keyClicks(QApplication::focusWidget(), address);
     press(Qt::Key_Return);
     QVERIFY(formats.wait(10000));
     QCOMPARE(tabCycle(2), (QStringList{QStringLiteral("btn_Back_from_Formats"), QStringLiteral("tableView"),
                                        QStringLiteral("btn_Back_from_Formats")}));
 
-    QSignalSpy video(&KestrelDownloader::shared(), &KestrelDownloader::haveVideo);
+    QSignalSpy video(&m_driver->driver(), &KestrelDownloader::haveVideo);
     press(Qt::Key_Tab);
     press(Qt::Key_Return);
     QVERIFY(video.wait(10000));
@@ -349,7 +351,7 @@ void TestAccessibility::escapeCancelsARunningDownload()
 {
     useScenario(FakeTool::Kind::download(), hanging());
     reachFormatsByKeyboard();
-    QSignalSpy wrong(&KestrelDownloader::shared(), &KestrelDownloader::somethingWrong);
+    QSignalSpy wrong(&m_driver->driver(), &KestrelDownloader::somethingWrong);
     press(Qt::Key_Tab);
     press(Qt::Key_Return);
     QCOMPARE(currentPage(), QStringLiteral("page_Download"));

@@ -155,7 +155,7 @@ void TestFormatsPage::handlersDoNotPileUp()
 {
     reachFormats();
     QTest::mouseClick(widget<QPushButton>("btn_Back_from_Formats"), Qt::LeftButton);
-    QSignalSpy formats(&KestrelDownloader::shared(), &KestrelDownloader::haveFormats);
+    QSignalSpy formats(&driver(), &KestrelDownloader::haveFormats);
     QTest::keyClick(widget<QLineEdit>("editURL"), Qt::Key_Return);
     QVERIFY(formats.wait());
     auto *table = widget<QTableView>("tableView");

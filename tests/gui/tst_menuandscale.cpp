@@ -122,7 +122,7 @@ void TestMenuAndScale::damagedScaleSettingIsIgnored_data()
 void TestMenuAndScale::damagedScaleSettingIsIgnored()
 {
     QFETCH(QVariant, stored);
-    VideoInfo::shared().settings().setValue(QStringLiteral("Scale/Val"), stored);
+    info().settings().setValue(QStringLiteral("Scale/Val"), stored);
     LogCapture log;
     remakeWindow();
     QCOMPARE(window()->scale(), 100u);
@@ -172,7 +172,7 @@ void TestMenuAndScale::pageSizes()
     QFETCH(QList<QSize>, sizes);
 
     // The scale is read when the window is made.
-    VideoInfo::shared().settings().setValue(QStringLiteral("Scale/Val"), scale);
+    info().settings().setValue(QStringLiteral("Scale/Val"), scale);
     remakeWindow();
     QCOMPARE(window()->scale(), scale);
 

@@ -1,4 +1,6 @@
+#include "downloader/kestreldownloader.h"
 #include "downloader/videoinfo.h"
+#include "plugins/plugins.h"
 #include "ui/navigation.h"
 #include "ui_navigation.h"
 
@@ -79,6 +81,11 @@ private slots:
     void missingScaleSettingGivesHundred();
     void storedScaleSettingIsRead();
     void showMainWindowOpensTheStartPage();
+
+private:
+    VideoInfo m_info;
+    KestrelDownloader m_driver{m_info};
+    Plugins m_plugins;
 };
 
 // The form's own sizes, which the window replaces before it is first shown.
@@ -113,9 +120,9 @@ void TestNavigationForm::firstFrameHasTheBusyPageSize()
 {
     QFETCH(int, scale);
     QFETCH(QSize, size);
-    QSettings &settings = VideoInfo::shared().settings();
+    QSettings &settings = m_info.settings();
     settings.setValue(QStringLiteral("Scale/Val"), scale);
-    Navigation window;
+    Navigation window(m_driver, m_info, m_plugins);
     settings.remove(QStringLiteral("Scale/Val"));
 
     QCOMPARE(window.size(), size);
@@ -130,7 +137,7 @@ void TestNavigationForm::firstFrameHasTheBusyPageSize()
 
 void TestNavigationForm::pagesInOrderWithBusyPageFirst()
 {
-    Navigation window;
+    Navigation window(m_driver, m_info, m_plugins);
     auto *stack = child<QStackedWidget>(&window, "stackedWidget");
     QVERIFY(stack);
     QStringList pages;
@@ -143,7 +150,7 @@ void TestNavigationForm::pagesInOrderWithBusyPageFirst()
 
 void TestNavigationForm::startPage()
 {
-    Navigation window;
+    Navigation window(m_driver, m_info, m_plugins);
     auto *video = child<QPushButton>(&window, "pushButton_Video");
     auto *site = child<QPushButton>(&window, "pushButton_Site");
     QVERIFY(video && site);
@@ -167,7 +174,7 @@ void TestNavigationForm::startPage()
 
 void TestNavigationForm::addressPage()
 {
-    Navigation window;
+    Navigation window(m_driver, m_info, m_plugins);
     auto *page = child<QWidget>(&window, "page_URL");
     QVERIFY(page);
     QCOMPARE(page->layout()->objectName(), QStringLiteral("verticalLayout_2"));
@@ -193,7 +200,7 @@ void TestNavigationForm::addressPage()
 
 void TestNavigationForm::formatsPage()
 {
-    Navigation window;
+    Navigation window(m_driver, m_info, m_plugins);
     auto *page = child<QWidget>(&window, "page_Formats");
     QVERIFY(page);
     QCOMPARE(page->layout()->objectName(), QStringLiteral("verticalLayout_4"));
@@ -228,7 +235,7 @@ void TestNavigationForm::formatsPage()
 
 void TestNavigationForm::downloadPage()
 {
-    Navigation window;
+    Navigation window(m_driver, m_info, m_plugins);
     auto *page = child<QWidget>(&window, "page_Download");
     QVERIFY(page);
     QCOMPARE(page->layout()->objectName(), QStringLiteral("verticalLayout_5"));
@@ -279,7 +286,7 @@ void TestNavigationForm::downloadPage()
 
 void TestNavigationForm::emptyPage()
 {
-    Navigation window;
+    Navigation window(m_driver, m_info, m_plugins);
     auto *page = child<QWidget>(&window, "pageEmpty");
     QVERIFY(page);
     QCOMPARE(page->layout()->objectName(), QStringLiteral("verticalLayout_6"));
@@ -295,7 +302,7 @@ void TestNavigationForm::noButtonTakesTheEnterKey()
 {
     // Enter in the address field starts a request and moves the focus to a
     // button; that button must not take the same key press too.
-    Navigation window;
+    Navigation window(m_driver, m_info, m_plugins);
     const QList<QPushButton *> buttons = window.findChildren<QPushButton *>();
     QCOMPARE(buttons.size(), 9);
     for (const QPushButton *button : buttons) {
@@ -306,7 +313,7 @@ void TestNavigationForm::noButtonTakesTheEnterKey()
 
 void TestNavigationForm::iconsAreLoaded()
 {
-    Navigation window;
+    Navigation window(m_driver, m_info, m_plugins);
     const QList<QPair<const char *, const char *>> buttons = {
         {"pushButton_Video", ":/img/btn_kestreldl"}, {"pushButton_Site", ":/img/btn_site"},
         {"btn_Back_from_Process", ":/img/btn_back_big"}, {"pushButton_Process", ":/img/btn_process"},
@@ -335,9 +342,9 @@ void TestNavigationForm::iconsAreLoaded()
 void TestNavigationForm::imagesStaySharpAtTwiceTheDeviceScale()
 {
     QCOMPARE(qApp->devicePixelRatio(), 1.0);
-    QSettings &settings = VideoInfo::shared().settings();
+    QSettings &settings = m_info.settings();
     settings.setValue(QStringLiteral("Scale/Val"), 140);
-    Navigation window;
+    Navigation window(m_driver, m_info, m_plugins);
     settings.remove(QStringLiteral("Scale/Val"));
     auto *stack = child<QStackedWidget>(&window, "stackedWidget");
     for (const QPushButton *button : window.findChildren<QPushButton *>()) {
@@ -368,7 +375,7 @@ void TestNavigationForm::imagesStaySharpAtTwiceTheDeviceScale()
 
 void TestNavigationForm::siteButtonShowsItsIconAndOffersItsText()
 {
-    Navigation window;
+    Navigation window(m_driver, m_info, m_plugins);
     window.show();
     auto *site = child<QPushButton>(&window, "pushButton_Site");
     QVERIFY(QTest::qWaitForWindowExposed(&window));
@@ -395,22 +402,22 @@ void TestNavigationForm::siteButtonShowsItsIconAndOffersItsText()
 
 void TestNavigationForm::missingScaleSettingGivesHundred()
 {
-    Navigation window;
+    Navigation window(m_driver, m_info, m_plugins);
     QCOMPARE(window.scale(), 100u);
 }
 
 void TestNavigationForm::storedScaleSettingIsRead()
 {
-    QSettings &settings = VideoInfo::shared().settings();
+    QSettings &settings = m_info.settings();
     settings.setValue(QStringLiteral("Scale/Val"), 135);
-    const unsigned int scale = Navigation().scale();
+    const unsigned int scale = Navigation(m_driver, m_info, m_plugins).scale();
     settings.remove(QStringLiteral("Scale/Val"));
     QCOMPARE(scale, 135u);
 }
 
 void TestNavigationForm::showMainWindowOpensTheStartPage()
 {
-    Navigation window;
+    Navigation window(m_driver, m_info, m_plugins);
     window.showMainWindow();
     QVERIFY(window.isVisible());
     QCOMPARE(child<QStackedWidget>(&window, "stackedWidget")->currentWidget()->objectName(), QStringLiteral("page_Start"));

@@ -1,6 +1,7 @@
 #include "base/platform.h"
 #include "downloader/kestreldownloader.h"
 #include "downloader/videoinfo.h"
+#include "plugins/plugins.h"
 #include "ui/navigation.h"
 
 #include "happenswithin.h"
@@ -78,6 +79,11 @@ private:
     QString m_scenarioFile;
     QString m_recordFile;
     FakeTool::Scenario m_scenario;
+    // The application's one record, driver and plug-in helpers outlive its
+    // window; so do the suite's.
+    VideoInfo m_info;
+    KestrelDownloader m_driver{m_info};
+    Plugins m_plugins;
     std::unique_ptr<Navigation> m_window;
 };
 
@@ -110,8 +116,8 @@ void TestNavigationMenu::init()
     m_scenario = FakeTool::Scenario();
     m_scenario.record(m_recordFile);
     QVERIFY(m_scenario.writeTo(m_scenarioFile));
-    VideoInfo::shared().settings().remove(QStringLiteral("Scale/Val"));
-    m_window = std::make_unique<Navigation>();
+    m_info.settings().remove(QStringLiteral("Scale/Val"));
+    m_window = std::make_unique<Navigation>(m_driver, m_info, m_plugins);
     m_window->showMainWindow();
     // In the screen's corner, so that a menu never has to be moved to fit.
     m_window->move(m_window->screen()->availableGeometry().topLeft());
@@ -232,7 +238,7 @@ void TestNavigationMenu::choosingAScaleResizesAtOnce()
     QCOMPARE(m_window->size(), QSize(537, 359));
     QCOMPARE(m_window->findChild<QPushButton *>(QStringLiteral("btn_Back_from_Formats"))->iconSize(), QSize(28, 28));
     QCOMPARE(m_window->scale(), 140u);
-    QCOMPARE(VideoInfo::shared().settings().value(QStringLiteral("Scale/Val")).toUInt(), 140u);
+    QCOMPARE(m_info.settings().value(QStringLiteral("Scale/Val")).toUInt(), 140u);
 
     MenuDriver menu({QStringLiteral("Change Scale Size")});
     openMenu(stack, QPoint(stack->width() - 3, stack->height() - 3));
@@ -241,7 +247,7 @@ void TestNavigationMenu::choosingAScaleResizesAtOnce()
 
     // Later windows start at the chosen scale.
     cleanup();
-    Navigation again;
+    Navigation again(m_driver, m_info, m_plugins);
     again.showMainWindow();
     QCOMPARE(again.size(), QSize(537, 179));
 }
@@ -254,12 +260,12 @@ void TestNavigationMenu::choosingTheCurrentScaleWritesNothing()
     }
     QCOMPARE(m_window->size(), QSize(499, 166));
     // A marker the window would overwrite if it wrote the same scale again.
-    VideoInfo::shared().settings().setValue(QStringLiteral("Scale/Val"), QStringLiteral("marker"));
+    m_info.settings().setValue(QStringLiteral("Scale/Val"), QStringLiteral("marker"));
     {
         MenuDriver menu({QStringLiteral("Change Scale Size"), QStringLiteral("130%")});
         openMenu(m_window->findChild<QWidget *>(QStringLiteral("pushButton_Video")));
     }
-    QCOMPARE(VideoInfo::shared().settings().value(QStringLiteral("Scale/Val")).toString(), QStringLiteral("marker"));
+    QCOMPARE(m_info.settings().value(QStringLiteral("Scale/Val")).toString(), QStringLiteral("marker"));
     QCOMPARE(m_window->size(), QSize(499, 166));
 }
 
@@ -343,7 +349,7 @@ void TestNavigationMenu::updateDuringADownloadReturnsToIt()
     ModalCatcher boxes;
     auto *stack = m_window->findChild<QStackedWidget *>(QStringLiteral("stackedWidget"));
     stack->setCurrentWidget(m_window->findChild<QWidget *>(QStringLiteral("page_Download")));
-    QSignalSpy video(&KestrelDownloader::shared(), &KestrelDownloader::haveVideo);
+    QSignalSpy video(&m_driver, &KestrelDownloader::haveVideo);
     emit m_window->requestVideo(22);
     QTRY_VERIFY(!FakeTool::readRecord(m_recordFile).isEmpty());
 

@@ -128,8 +128,8 @@ void TestPageWalk::wholeWalkFromAddressToDownloadedFile()
     QCOMPARE(table->model()->rowCount(), 4);
     QCOMPARE(table->model()->index(0, 1).data().toUInt(), 137u);
 
-    QSignalSpy video(&KestrelDownloader::shared(), &KestrelDownloader::haveVideo);
-    QSignalSpy percent(&KestrelDownloader::shared(), &KestrelDownloader::percent);
+    QSignalSpy video(&driver(), &KestrelDownloader::haveVideo);
+    QSignalSpy percent(&driver(), &KestrelDownloader::percent);
     pickRow(0);
     QCOMPARE(currentPage(), QStringLiteral("page_Download"));
     QVERIFY(widget<QLabel>("label_DL")->isVisible());
@@ -205,21 +205,21 @@ void TestPageWalk::progressDisplay()
     useScenario(FakeTool::Kind::download(), hanging());
     reachFormats();
     pickRow(0);
-    KestrelDownloader &driver = KestrelDownloader::shared();
+    KestrelDownloader &tool = driver();
     auto *bar = widget<QProgressBar>("progressBarDL");
-    emit driver.percent(45);
+    emit tool.percent(45);
     QCOMPARE(bar->maximum(), 100);
     QCOMPARE(bar->value(), 45);
-    emit driver.percent(99);
+    emit tool.percent(99);
     QCOMPARE(bar->maximum(), 100);
     QCOMPARE(bar->value(), 99);
-    emit driver.percent(100);
+    emit tool.percent(100);
     QCOMPARE(bar->maximum(), 0);
     QCOMPARE(bar->value(), 0);
-    emit driver.percent(0);
+    emit tool.percent(0);
     QCOMPARE(bar->maximum(), 100);
     QCOMPARE(bar->value(), 0);
-    emit driver.percent(250);
+    emit tool.percent(250);
     QCOMPARE(bar->maximum(), 0);
     // While the download runs, the only way off the page is Cancel.
     QVERIFY(!widget<QPushButton>("btn_Back_Last")->isVisible());
@@ -231,7 +231,7 @@ void TestPageWalk::backFromDownloadKeepsTheTable()
     reachFormats();
     auto *table = widget<QTableView>("tableView");
     QAbstractItemModel *model = table->model();
-    QSignalSpy video(&KestrelDownloader::shared(), &KestrelDownloader::haveVideo);
+    QSignalSpy video(&driver(), &KestrelDownloader::haveVideo);
     pickRow(0);
     QVERIFY(video.wait());
     QTest::mouseClick(widget<QPushButton>("btn_Back_Last"), Qt::LeftButton);
@@ -253,7 +253,7 @@ void TestPageWalk::openFolderAndSiteButtons()
     QDesktopServices::setUrlHandler(folder.scheme(), &opened, "open");
     QDesktopServices::setUrlHandler(QStringLiteral("https"), &opened, "open");
     reachFormats();
-    QSignalSpy video(&KestrelDownloader::shared(), &KestrelDownloader::haveVideo);
+    QSignalSpy video(&driver(), &KestrelDownloader::haveVideo);
     pickRow(0);
     QVERIFY(video.wait());
     QTest::mouseClick(widget<QPushButton>("btnOpenFolder"), Qt::LeftButton);

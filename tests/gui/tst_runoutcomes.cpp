@@ -46,7 +46,7 @@ void TestRunOutcomes::cancelDuringDownloadReturnsToFormats()
     const qint64 pid = FakeTool::readRecord(recordFile()).last().pid;
 
     ModalCatcher catcher;
-    QSignalSpy failure(&KestrelDownloader::shared(), &KestrelDownloader::somethingWrong);
+    QSignalSpy failure(&driver(), &KestrelDownloader::somethingWrong);
     QTest::mouseClick(widget<QPushButton>("btnCancel"), Qt::LeftButton);
     QVERIFY(failure.wait());
     QCOMPARE(failure.first().first().value<KestrelDownloader::errorType>(), KestrelDownloader::downloadCancelled);
@@ -104,7 +104,7 @@ void TestRunOutcomes::titleAndDuration()
     QFETCH(QString, duration);
     useScenario(FakeTool::Kind::metadata(), WindowDriver::printing(output));
     useScenario(FakeTool::Kind::formats(), hanging());
-    QSignalSpy metadata(&KestrelDownloader::shared(), &KestrelDownloader::haveMetadata);
+    QSignalSpy metadata(&driver(), &KestrelDownloader::haveMetadata);
     enterAddress(QStringLiteral("https://youtu.be/abc"));
     QVERIFY(metadata.wait());
     QCOMPARE(widget<QLabel>("labelTitle")->text(), title);
@@ -169,7 +169,7 @@ void TestRunOutcomes::cancellingTheFormatListShowsCrashBox()
     enterAddress(QStringLiteral("https://youtu.be/abc"));
     QTRY_COMPARE(FakeTool::readRecord(recordFile()).size(), 2);
     ModalCatcher catcher;
-    KestrelDownloader::shared().terminateTool(false);
+    driver().terminateTool(false);
     QVERIFY(catcher.waitForBoxes(1));
     QVERIFY(catcher.boxes().first().text.endsWith(QStringLiteral("<i>Code: #0x4a</i>")));
     QCOMPARE(currentPage(), QStringLiteral("page_Formats"));

@@ -3,6 +3,9 @@
 // the launcher's own install from a feed on 127.0.0.1.
 
 #include "downloader/filesetup.h"
+#include "downloader/kestreldownloader.h"
+#include "downloader/videoinfo.h"
+#include "plugins/plugins.h"
 #include "ui/navigation.h"
 
 #include "localreleasefeed.h"
@@ -42,6 +45,9 @@ private:
     TestSigningKeys m_keys;
     QTemporaryDir m_work;
     std::unique_ptr<LocalReleaseFeed> m_feed;
+    VideoInfo m_info;
+    KestrelDownloader m_driver{m_info};
+    Plugins m_plugins;
     std::unique_ptr<Navigation> m_window;
 };
 
@@ -82,7 +88,7 @@ void TestToolUpdateFlow::init()
     qputenv("KESTREL_TOOL_FEED", m_feed->address().toUtf8());
     qputenv("KESTREL_JS_RUNTIME_FEED", m_feed->address().toUtf8());
 
-    m_window = std::make_unique<Navigation>();
+    m_window = std::make_unique<Navigation>(m_driver, m_info, m_plugins);
     m_window->showMainWindow();
     QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
 }

@@ -3,6 +3,7 @@
 #include "downloader/filesetup.h"
 #include "base/platform.h"
 #include "downloader/kestreldownloader.h"
+#include "downloader/videoinfo.h"
 #include "ui/navigation.h"
 
 #include "modalcatcher.h"
@@ -36,14 +37,15 @@ void WindowDriver::prepareTool(const QString &workFolder)
     qputenv(FakeTool::scenarioVariable(), scenarioPath(workFolder).toLocal8Bit());
 }
 
-WindowDriver::WindowDriver(const QString &workFolder)
-    : m_scenarioFile(scenarioPath(workFolder))
+WindowDriver::WindowDriver(const QString &workFolder, VideoInfo &info)
+    : m_driver(info)
+    , m_scenarioFile(scenarioPath(workFolder))
     , m_recordFile(workFolder + QStringLiteral("/record.jsonl"))
 {
     QFile::remove(m_recordFile);
     m_scenario.record(m_recordFile);
     m_scenario.writeTo(m_scenarioFile);
-    m_window = std::make_unique<Navigation>();
+    m_window = std::make_unique<Navigation>(m_driver, info, m_plugins);
     m_window->showMainWindow();
     if (!QTest::qWaitForWindowExposed(m_window.get()))
         qFatal("the window was not shown");
@@ -51,7 +53,7 @@ WindowDriver::WindowDriver(const QString &workFolder)
 
 WindowDriver::~WindowDriver()
 {
-    KestrelDownloader::shared().terminateTool(true);
+    m_driver.terminateTool(true);
     ModalCatcher catcher;
     if (!waitForRunsToEnd())
         qWarning("a run of the tool outlived its window");
@@ -96,7 +98,7 @@ void WindowDriver::setAddress(const QString &text)
 
 bool WindowDriver::reachFormats(const QString &address, bool typed)
 {
-    QSignalSpy formats(&KestrelDownloader::shared(), &KestrelDownloader::haveFormats);
+    QSignalSpy formats(&m_driver, &KestrelDownloader::haveFormats);
     if (typed)
         enterAddress(address);
     else

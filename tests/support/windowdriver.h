@@ -1,5 +1,7 @@
 #pragma once
 
+#include "downloader/kestreldownloader.h"
+#include "plugins/plugins.h"
 #include "scenario.h"
 #include "ui/navigation.h"
 
@@ -8,9 +10,12 @@
 
 #include <memory>
 
+class VideoInfo;
 
 // Drives the real main window the way a user does, with the fake downloader
-// tool in the sandboxed data folder playing the scenario the test sets.
+// tool in the sandboxed data folder playing the scenario the test sets. The
+// window gets a driver and plug-in helpers of its own and the video record
+// the test hands in, as the application's composition gives it its own.
 class WindowDriver
 {
 public:
@@ -18,12 +23,13 @@ public:
     // file in workFolder. Call once per test process, after the sandbox.
     static void prepareTool(const QString &workFolder);
 
-    explicit WindowDriver(const QString &workFolder);
+    WindowDriver(const QString &workFolder, VideoInfo &info);
     // Ends the tool's runs first, and answers the box that a run killed
     // just now may still raise, so that nothing outlives the window.
     ~WindowDriver();
 
     Navigation &window() const { return *m_window; }
+    KestrelDownloader &driver() { return m_driver; }
     QString recordFile() const { return m_recordFile; }
 
     void play(const QString &kind, const FakeTool::Behaviour &behaviour);
@@ -55,6 +61,8 @@ public:
     static QString sampleListing();
 
 private:
+    KestrelDownloader m_driver;
+    Plugins m_plugins;
     std::unique_ptr<Navigation> m_window;
     FakeTool::Scenario m_scenario;
     QString m_scenarioFile;

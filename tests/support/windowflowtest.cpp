@@ -13,7 +13,7 @@ void WindowFlowTest::initTestCase()
 
 void WindowFlowTest::init()
 {
-    VideoInfo::shared().settings().remove(QStringLiteral("Scale/Val"));
+    m_info.settings().remove(QStringLiteral("Scale/Val"));
     remakeWindow();
 }
 
@@ -26,7 +26,8 @@ void WindowFlowTest::cleanup()
 
 void WindowFlowTest::remakeWindow()
 {
-    m_driver = std::make_unique<WindowDriver>(m_work.path());
+    m_driver.reset();
+    m_driver = std::make_unique<WindowDriver>(m_work.path(), m_info);
 }
 
 void WindowFlowTest::reachFormats(const QString &output)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "downloader/videoinfo.h"
 #include "scenario.h"
 #include "ui/navigation.h"
 #include "windowdriver.h"
@@ -26,6 +27,8 @@ private slots:
 
 protected:
     Navigation *window() const { return &m_driver->window(); }
+    KestrelDownloader &driver() const { return m_driver->driver(); }
+    VideoInfo &info() { return m_info; }
     template <typename Widget>
     Widget *widget(const char *name) const { return m_driver->find<Widget>(name); }
     QString currentPage() const { return m_driver->currentPage(); }
@@ -46,5 +49,8 @@ protected:
 
 private:
     QTemporaryDir m_work;
+    // The record every window of the suite works on, as the one record of
+    // the application outlives its window.
+    VideoInfo m_info;
     std::unique_ptr<WindowDriver> m_driver;
 };

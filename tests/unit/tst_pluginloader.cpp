@@ -252,11 +252,12 @@ void TestPluginLoader::deletingTheFileAfterLoadingChangesNothing()
 void TestPluginLoader::applicationHelpersUseFixedBaseNames()
 {
     const QString folder = QCoreApplication::applicationDirPath();
-    QCOMPARE(loggingPlugin().filePath(), folder + QStringLiteral("/LoggingMessages" KESTREL_MODULE_SUFFIX));
-    QCOMPARE(sysInfoPlugin().filePath(), folder + QStringLiteral("/SysInfo" KESTREL_MODULE_SUFFIX));
-    QCOMPARE(updaterPlugin().filePath(), folder + QStringLiteral("/Updater" KESTREL_MODULE_SUFFIX));
-    QCOMPARE(aboutPlugin().filePath(), folder + QStringLiteral("/About" KESTREL_MODULE_SUFFIX));
-    QCOMPARE(&loggingPlugin(), &loggingPlugin());
+    Plugins plugins;
+    QCOMPARE(plugins.logging().filePath(), folder + QStringLiteral("/LoggingMessages" KESTREL_MODULE_SUFFIX));
+    QCOMPARE(plugins.sysInfo().filePath(), folder + QStringLiteral("/SysInfo" KESTREL_MODULE_SUFFIX));
+    QCOMPARE(plugins.updater().filePath(), folder + QStringLiteral("/Updater" KESTREL_MODULE_SUFFIX));
+    QCOMPARE(plugins.about().filePath(), folder + QStringLiteral("/About" KESTREL_MODULE_SUFFIX));
+    QCOMPARE(&plugins.logging(), &plugins.logging());
 }
 
 KESTREL_TEST_MAIN(TestPluginLoader)
