@@ -310,7 +310,7 @@ void TestAccessibility::keyboardOnlyWalkDownloadsAVideo()
     QDesktopServices::setUrlHandler(scheme, &opener, "open");
     QCOMPARE(focusName(), QStringLiteral("btnOpenFolder"));
     press(Qt::Key_Return);
-    QTRY_COMPARE(opener.urls.size(), 1);
+    QTRY_COMPARE(opener.urls().size(), 1);
     QDesktopServices::unsetUrlHandler(scheme);
 
     press(Qt::Key_Tab);

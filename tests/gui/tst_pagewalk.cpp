@@ -261,9 +261,9 @@ void TestPageWalk::openFolderAndSiteButtons()
     QTest::mouseClick(widget<QPushButton>("pushButton_Site"), Qt::LeftButton);
     QDesktopServices::unsetUrlHandler(folder.scheme());
     QDesktopServices::unsetUrlHandler(QStringLiteral("https"));
-    QCOMPARE(opened.urls.size(), 2);
-    QCOMPARE(opened.urls.at(0), folder);
-    QCOMPARE(opened.urls.at(1).scheme(), QStringLiteral("https"));
+    QCOMPARE(opened.urls().size(), 2);
+    QCOMPARE(opened.urls().at(0), folder);
+    QCOMPARE(opened.urls().at(1).scheme(), QStringLiteral("https"));
 }
 
 KESTREL_TEST_MAIN(TestPageWalk)

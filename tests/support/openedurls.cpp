@@ -2,5 +2,5 @@
 
 void OpenedUrls::open(const QUrl &url)
 {
-    urls << url;
+    m_urls << url;
 }

@@ -12,8 +12,12 @@ class OpenedUrls : public QObject
     Q_OBJECT
 
 public:
-    QList<QUrl> urls;
+    // What was asked to be opened, first first.
+    const QList<QUrl> &urls() const { return m_urls; }
 
 public slots:
     void open(const QUrl &url);
+
+private:
+    QList<QUrl> m_urls;
 };

@@ -27,7 +27,7 @@ QByteArray reasonPhrase(int status)
 
 LocalHttpServer::LocalHttpServer()
 {
-    connect(&m_server, &QTcpServer::newConnection, this, &LocalHttpServer::onNewConnection);
+    connect(&m_server, &QTcpServer::newConnection, this, &LocalHttpServer::whenNewConnection);
 }
 
 LocalHttpServer::~LocalHttpServer()
@@ -78,13 +78,13 @@ int LocalHttpServer::connectionCount() const
     return m_connections;
 }
 
-void LocalHttpServer::onNewConnection()
+void LocalHttpServer::whenNewConnection()
 {
     while (QTcpSocket *socket = m_server.nextPendingConnection()) {
         ++m_connections;
         m_sockets.append(socket);
         m_pending.insert(socket, QByteArray());
-        connect(socket, &QTcpSocket::readyRead, this, [this, socket]() { onReadyRead(socket); });
+        connect(socket, &QTcpSocket::readyRead, this, [this, socket]() { whenReadyRead(socket); });
         connect(socket, &QTcpSocket::disconnected, this, [this, socket]() {
             m_pending.remove(socket);
             socket->deleteLater();
@@ -92,7 +92,7 @@ void LocalHttpServer::onNewConnection()
     }
 }
 
-void LocalHttpServer::onReadyRead(QTcpSocket *socket)
+void LocalHttpServer::whenReadyRead(QTcpSocket *socket)
 {
     auto pending = m_pending.find(socket);
     if (pending == m_pending.end()) {

@@ -51,8 +51,8 @@ public:
     int connectionCount() const;
 
 private:
-    void onNewConnection();
-    void onReadyRead(QTcpSocket *socket);
+    void whenNewConnection();
+    void whenReadyRead(QTcpSocket *socket);
     void answer(QTcpSocket *socket, const QString &target);
     void trickle(QTcpSocket *socket, const QByteArray &body, qsizetype offset);
 
