@@ -10,14 +10,15 @@
 
 #include "downloader/filesetup.h"
 #include "downloader/kestreldownloader.h"
+#include "downloader/videoinfo.h"
 
 #include "menudriver.h"
 #include "modalcatcher.h"
+#include "processprobe.h"
 #include "testsandbox.h"
 #include "windowdriver.h"
 
 #include <QApplication>
-#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -69,25 +70,14 @@ QByteArray readAll(const QString &path)
 
 bool hasEnded(pid_t pid)
 {
-    const QByteArray stat = readAll(QStringLiteral("/proc/%1/stat").arg(pid));
-    const qsizetype afterName = stat.lastIndexOf(')');
-    return afterName < 0 || stat.mid(afterName + 2, 1) == "Z" || stat.mid(afterName + 2, 1) == "X";
+    return !ProcessProbe::isRunning(pid);
 }
 
-// Every process, other than a zombie, whose executable is the data folder's
-// launcher: launchers and their guardians.
-QList<pid_t> launcherProcesses()
+// Every running process whose executable is the data folder's launcher:
+// launchers and their guardians.
+QList<qint64> launcherProcesses()
 {
-    const QString launcher = dataFolder() + QStringLiteral("/kestreldl2");
-    QList<pid_t> found;
-    for (const QString &entry : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-        bool isNumber = false;
-        const pid_t pid = pid_t(entry.toInt(&isNumber));
-        if (isNumber && !hasEnded(pid)
-            && QFileInfo(QStringLiteral("/proc/%1/exe").arg(entry)).symLinkTarget() == launcher)
-            found << pid;
-    }
-    return found;
+    return ProcessProbe::runningProcessesOf(dataFolder() + QStringLiteral("/kestreldl2"));
 }
 
 QString treeFolder()
@@ -103,13 +93,11 @@ pid_t recordedPid(const QString &name)
 // The tool of a hanging run of kind and its child, once both are running.
 bool waitForHangingTool(const QString &kind, int timeoutMs = 20000)
 {
-    QDeadlineTimer deadline(timeoutMs);
-    while (!deadline.hasExpired()) {
-        if (recordedPid(kind + QStringLiteral(".pid")) > 0 && recordedPid(kind + QStringLiteral(".child")) > 0)
-            return true;
-        QTest::qWait(5);
-    }
-    return false;
+    return QTest::qWaitFor(
+        [&kind] {
+            return recordedPid(kind + QStringLiteral(".pid")) > 0 && recordedPid(kind + QStringLiteral(".child")) > 0;
+        },
+        timeoutMs);
 }
 
 // Whether, within two seconds, no launcher and none of the recorded tools
@@ -126,11 +114,10 @@ bool treeEndsWithinTwoSeconds()
     const auto allGone = [&recorded] {
         return launcherProcesses().isEmpty() && std::all_of(recorded.cbegin(), recorded.cend(), hasEnded);
     };
-    QDeadlineTimer deadline(2000);
-    while (!allGone() && !deadline.hasExpired())
-        QTest::qWait(5);
-    const bool gone = allGone();
-    for (const pid_t pid : launcherProcesses() + recorded)
+    const bool gone = QTest::qWaitFor(allGone, 2000);
+    for (const qint64 pid : launcherProcesses())
+        ::kill(pid_t(pid), SIGKILL);
+    for (const pid_t pid : std::as_const(recorded))
         ::kill(pid, SIGKILL);
     return gone;
 }
@@ -150,10 +137,8 @@ bool startHangingUpdate(WindowDriver &driver)
         QWidget *button = driver.find<QWidget>("pushButton_Video");
         QTest::mousePress(button, Qt::RightButton, {}, button->rect().center());
     }
-    QDeadlineTimer deadline(20000);
-    while (launcherProcesses().isEmpty() && !deadline.hasExpired())
-        QTest::qWait(5);
-    return driver.currentPage() == QStringLiteral("pageEmpty") && !launcherProcesses().isEmpty();
+    const bool launched = QTest::qWaitFor([] { return !launcherProcesses().isEmpty(); }, 20000);
+    return launched && driver.currentPage() == QStringLiteral("pageEmpty");
 }
 
 // The application stand-in: drives the window until a run of kind hangs,
@@ -164,7 +149,8 @@ int runStandIn(int argc, char **argv)
     const QString kind = QString::fromLocal8Bit(argv[2]);
     const QString end = QString::fromLocal8Bit(argv[3]);
     QTemporaryDir work;
-    WindowDriver driver(work.path());
+    VideoInfo info;
+    WindowDriver driver(work.path(), info);
     if (kind == QStringLiteral("update")) {
         if (!startHangingUpdate(driver))
             return 3;
@@ -208,6 +194,7 @@ private slots:
 
 private:
     QTemporaryDir m_work;
+    VideoInfo m_info;
     // A feed that takes connections and never answers them.
     QTcpServer m_silentFeed;
     std::unique_ptr<WindowDriver> m_driver;
@@ -253,7 +240,8 @@ void TestProcessTree::init()
     listing.close();
     qputenv("TREE_DIR", QFile::encodeName(tree));
     setHanging(QString());
-    m_driver = std::make_unique<WindowDriver>(m_work.path());
+    m_driver.reset();
+    m_driver = std::make_unique<WindowDriver>(m_work.path(), m_info);
 }
 
 void TestProcessTree::cleanup()
@@ -270,7 +258,7 @@ void TestProcessTree::cancelledDownload()
     QVERIFY(waitForHangingTool(QStringLiteral("download")));
 
     ModalCatcher boxes;
-    QSignalSpy failure(&KestrelDownloader::shared(), &KestrelDownloader::somethingWrong);
+    QSignalSpy failure(&m_driver->driver(), &KestrelDownloader::somethingWrong);
     QTest::mouseClick(m_driver->find<QPushButton>("btnCancel"), Qt::LeftButton);
     QVERIFY(failure.wait());
     QCOMPARE(failure.first().first().value<KestrelDownloader::errorType>(), KestrelDownloader::downloadCancelled);
@@ -298,7 +286,7 @@ void TestProcessTree::backFromFormatsDuringMetadata()
 void TestProcessTree::backFromFormatsDuringListing()
 {
     setHanging(QStringLiteral("formats"));
-    QSignalSpy formats(&KestrelDownloader::shared(), &KestrelDownloader::haveFormats);
+    QSignalSpy formats(&m_driver->driver(), &KestrelDownloader::haveFormats);
     m_driver->enterAddress(QStringLiteral("https://www.youtube.com/watch?v=abc"));
     QVERIFY(waitForHangingTool(QStringLiteral("formats")));
 
@@ -324,7 +312,7 @@ void TestProcessTree::newDownloadEndsTheOlderOne()
     QTest::mouseClick(m_driver->find<QPushButton>("btn_Back_Last"), Qt::LeftButton);
     QFile::remove(treeFolder() + QStringLiteral("/download.pid"));
     QFile::remove(treeFolder() + QStringLiteral("/download.child"));
-    QSignalSpy video(&KestrelDownloader::shared(), &KestrelDownloader::haveVideo);
+    QSignalSpy video(&m_driver->driver(), &KestrelDownloader::haveVideo);
     m_driver->pickRow(1);
     QVERIFY(waitForHangingTool(QStringLiteral("download")));
     QVERIFY(hasEnded(olderTool));
@@ -367,10 +355,7 @@ void TestProcessTree::applicationKilled()
     standIn.setProcessChannelMode(QProcess::ForwardedChannels);
     standIn.start(QCoreApplication::applicationFilePath(),
                   {QStringLiteral("--stand-in"), QStringLiteral("download"), QStringLiteral("wait")});
-    QDeadlineTimer deadline(30000);
-    while (!QFileInfo::exists(treeFolder() + QStringLiteral("/stand-in.ready")) && !deadline.hasExpired())
-        QTest::qWait(10);
-    QVERIFY(!deadline.hasExpired());
+    QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(treeFolder() + QStringLiteral("/stand-in.ready")), 30000);
     QCOMPARE(::kill(pid_t(standIn.processId()), SIGKILL), 0);
     QVERIFY(standIn.waitForFinished());
     QVERIFY(treeEndsWithinTwoSeconds());

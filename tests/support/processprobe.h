@@ -1,5 +1,8 @@
 #pragma once
 
+#include <QList>
+#include <QString>
+#include <QStringList>
 #include <QtGlobal>
 
 // What the tests ask the system about processes: whether a tool run still
@@ -21,6 +24,25 @@ int openHandles();
 // The processes this one started that the system still lists: on Linux
 // zombies too, on Windows the running ones.
 int childProcesses();
+
+// The running processes whose program is the file executable (not ones that
+// merely name it on their command line).
+QList<qint64> runningProcessesOf(const QString &executable);
+
+#ifdef Q_OS_LINUX
+// A process of this user with its command line.
+struct UserProcess
+{
+    qint64 pid = 0;
+    QStringList arguments;
+
+    QString describe() const;
+};
+
+// The live processes of this user other than this one, with their command
+// lines. Linux only: other systems do not hand out command lines readily.
+QList<UserProcess> processesOfThisUser();
+#endif
 
 // Bytes this process holds on its heaps (small and mapped blocks), whatever
 // the layout of the heap: resident size also counts fragmentation.

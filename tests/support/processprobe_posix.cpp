@@ -3,12 +3,66 @@
 #include <QByteArray>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QList>
 #include <QString>
 
 #include <csignal>
+#include <optional>
 #include <malloc.h>
+#include <sys/stat.h>
 #include <unistd.h>
+
+namespace {
+
+// One line of the process table, from /proc/<pid>/stat.
+struct ProcessEntry
+{
+    qint64 pid = 0;
+    qint64 parent = 0;
+    char state = '?';
+};
+
+// The entry of pid, or nothing when /proc no longer lists it. The command
+// name in parentheses may itself hold spaces and parentheses, so the fields
+// are read after its last ')'.
+std::optional<ProcessEntry> readEntry(qint64 pid)
+{
+    QFile stat(QStringLiteral("/proc/%1/stat").arg(pid));
+    if (!stat.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    const QByteArray text = stat.readAll();
+    const qsizetype afterName = text.lastIndexOf(')');
+    if (afterName < 0)
+        return std::nullopt;
+    const QList<QByteArray> fields = text.mid(afterName + 2).split(' ');
+    if (fields.size() < 2 || fields.first().isEmpty())
+        return std::nullopt;
+    return ProcessEntry{pid, fields.at(1).toLongLong(), fields.first().at(0)};
+}
+
+QList<ProcessEntry> processTable()
+{
+    QList<ProcessEntry> table;
+    for (const QString &name : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        bool isNumber = false;
+        const qint64 pid = name.toLongLong(&isNumber);
+        if (!isNumber)
+            continue;
+        if (const std::optional<ProcessEntry> entry = readEntry(pid))
+            table << *entry;
+    }
+    return table;
+}
+
+// Zombies ('Z') have ended and wait for their parent; dead ones ('X') are
+// on their way out of the table.
+bool hasEnded(const ProcessEntry &entry)
+{
+    return entry.state == 'Z' || entry.state == 'X';
+}
+
+} // namespace
 
 namespace ProcessProbe {
 
@@ -19,11 +73,8 @@ bool exists(qint64 pid)
 
 bool isRunning(qint64 pid)
 {
-    QFile stat(QStringLiteral("/proc/%1/stat").arg(pid));
-    if (!stat.open(QIODevice::ReadOnly))
-        return false;
-    const QByteArray text = stat.readAll();
-    return text.mid(text.lastIndexOf(')') + 2, 1) != "Z";
+    const std::optional<ProcessEntry> entry = readEntry(pid);
+    return entry && !hasEnded(*entry);
 }
 
 int openHandles()
@@ -33,19 +84,58 @@ int openHandles()
 
 int childProcesses()
 {
+    const qint64 self = ::getpid();
     int children = 0;
-    const QString self = QString::number(::getpid());
-    for (const QString &entry : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-        QFile stat(QStringLiteral("/proc/%1/stat").arg(entry));
-        if (!stat.open(QIODevice::ReadOnly))
-            continue;
-        const QByteArray text = stat.readAll();
-        const QList<QByteArray> fields = text.mid(text.lastIndexOf(')') + 2).split(' ');
-        if (fields.size() > 1 && QString::fromLatin1(fields.at(1)) == self)
+    for (const ProcessEntry &entry : processTable()) {
+        if (entry.parent == self)
             ++children;
     }
     return children;
 }
+
+QList<qint64> runningProcessesOf(const QString &executable)
+{
+    const QString wanted = QFileInfo(executable).absoluteFilePath();
+    QList<qint64> found;
+    for (const ProcessEntry &entry : processTable()) {
+        if (!hasEnded(entry) && QFileInfo(QStringLiteral("/proc/%1/exe").arg(entry.pid)).symLinkTarget() == wanted)
+            found << entry.pid;
+    }
+    return found;
+}
+
+#ifdef Q_OS_LINUX
+QString UserProcess::describe() const
+{
+    return QStringLiteral("%1: %2").arg(pid).arg(arguments.join(QLatin1Char(' ')));
+}
+
+QList<UserProcess> processesOfThisUser()
+{
+    QList<UserProcess> found;
+    const qint64 self = ::getpid();
+    for (const ProcessEntry &entry : processTable()) {
+        struct stat owner;
+        const QByteArray folder = QFile::encodeName(QStringLiteral("/proc/%1").arg(entry.pid));
+        if (entry.pid == self || hasEnded(entry) || ::stat(folder.constData(), &owner) != 0 || owner.st_uid != ::getuid())
+            continue;
+        QFile commandLine(QStringLiteral("/proc/%1/cmdline").arg(entry.pid));
+        if (!commandLine.open(QIODevice::ReadOnly))
+            continue;
+        const QByteArray raw = commandLine.readAll();
+        if (raw.isEmpty()) // a kernel thread, or one that just ended
+            continue;
+        UserProcess process;
+        process.pid = entry.pid;
+        for (const QByteArray &argument : raw.split('\0')) {
+            if (!argument.isEmpty())
+                process.arguments << QFile::decodeName(argument);
+        }
+        found << process;
+    }
+    return found;
+}
+#endif
 
 qint64 heapBytesInUse()
 {

@@ -1,9 +1,13 @@
 #include "processprobe.h"
 
 #include <QByteArray>
+#include <QDir>
+#include <QFileInfo>
 #include <QList>
+#include <QString>
 
 #include <algorithm>
+#include <iterator>
 
 #include <windows.h>
 #include <psapi.h>
@@ -96,6 +100,32 @@ int childProcesses()
     }
     ::CloseHandle(snapshot);
     return children;
+}
+
+QList<qint64> runningProcessesOf(const QString &executable)
+{
+    QList<qint64> found;
+    const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    if (snapshot == INVALID_HANDLE_VALUE)
+        return found;
+    const QString wanted = QDir::toNativeSeparators(QFileInfo(executable).absoluteFilePath());
+    PROCESSENTRY32W entry;
+    entry.dwSize = sizeof(entry);
+    for (BOOL more = ::Process32FirstW(snapshot, &entry); more; more = ::Process32NextW(snapshot, &entry)) {
+        const HANDLE process = ::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, entry.th32ProcessID);
+        if (process == nullptr)
+            continue;
+        wchar_t path[MAX_PATH * 4];
+        DWORD length = DWORD(std::size(path));
+        if (::QueryFullProcessImageNameW(process, 0, path, &length)
+            && QString::fromWCharArray(path, int(length)).compare(wanted, Qt::CaseInsensitive) == 0
+            && isRunning(entry.th32ProcessID)) {
+            found << qint64(entry.th32ProcessID);
+        }
+        ::CloseHandle(process);
+    }
+    ::CloseHandle(snapshot);
+    return found;
 }
 
 qint64 heapBytesInUse()
