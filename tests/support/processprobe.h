@@ -25,6 +25,9 @@ int openHandles();
 // zombies too, on Windows the running ones.
 int childProcesses();
 
+// The parent of the process, or -1 when the system no longer lists it.
+qint64 parentOf(qint64 pid);
+
 // The running processes whose program is the file executable (not ones that
 // merely name it on their command line).
 QList<qint64> runningProcessesOf(const QString &executable);

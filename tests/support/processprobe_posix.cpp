@@ -77,6 +77,12 @@ bool isRunning(qint64 pid)
     return entry && !hasEnded(*entry);
 }
 
+qint64 parentOf(qint64 pid)
+{
+    const std::optional<ProcessEntry> entry = readEntry(pid);
+    return entry ? entry->parent : -1;
+}
+
 int openHandles()
 {
     return int(QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::Files | QDir::System | QDir::NoDotAndDotDot).size());

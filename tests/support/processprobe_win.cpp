@@ -85,6 +85,22 @@ int openHandles()
     return count;
 }
 
+qint64 parentOf(qint64 pid)
+{
+    const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    if (snapshot == INVALID_HANDLE_VALUE)
+        return -1;
+    qint64 parent = -1;
+    PROCESSENTRY32W entry;
+    entry.dwSize = sizeof(entry);
+    for (BOOL more = ::Process32FirstW(snapshot, &entry); more; more = ::Process32NextW(snapshot, &entry)) {
+        if (qint64(entry.th32ProcessID) == pid)
+            parent = qint64(entry.th32ParentProcessID);
+    }
+    ::CloseHandle(snapshot);
+    return parent;
+}
+
 int childProcesses()
 {
     const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
