@@ -12,6 +12,7 @@
 
 #include "appinstallation.h"
 #include "benchsupport.h"
+#include "processprobe.h"
 #include "testsandbox.h"
 
 #include <QCoreApplication>
@@ -80,13 +81,13 @@ bool measure(const Launch &launch, int settleMs, Sample *sample, QString *proble
         process.waitForFinished(0);
     }
     if (shown) {
-        sample->rssAtShow = Bench::statusKiB(pid, "VmRSS");
+        sample->rssAtShow = ProcessProbe::statusKiB(pid, "VmRSS");
         QThread::msleep(settleMs);
-        sample->rss = Bench::statusKiB(pid, "VmRSS");
-        sample->hwm = Bench::statusKiB(pid, "VmHWM");
-        sample->anon = Bench::statusKiB(pid, "RssAnon");
-        sample->file = Bench::statusKiB(pid, "RssFile");
-        sample->shmem = Bench::statusKiB(pid, "RssShmem");
+        sample->rss = ProcessProbe::statusKiB(pid, "VmRSS");
+        sample->hwm = ProcessProbe::statusKiB(pid, "VmHWM");
+        sample->anon = ProcessProbe::statusKiB(pid, "RssAnon");
+        sample->file = ProcessProbe::statusKiB(pid, "RssFile");
+        sample->shmem = ProcessProbe::statusKiB(pid, "RssShmem");
     }
     const bool stillRunning = process.state() == QProcess::Running;
     process.kill();

@@ -16,6 +16,7 @@
 
 #include "downloader/filesetup.h"
 #include "benchsupport.h"
+#include "processprobe.h"
 #include "downloader/kestreldownloader.h"
 #include "downloader/videoinfo.h"
 #include "testsandbox.h"
@@ -84,7 +85,7 @@ int main(int argc, char **argv)
             }
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
             if (checkpoints.contains(run) && (points.isEmpty() || points.last().runs != run))
-                points << Point { run, Bench::heapInUseBytes(), Bench::statusKiB(0, "VmRSS") };
+                points << Point { run, ProcessProbe::heapBytesInUse(), ProcessProbe::statusKiB(0, "VmRSS") };
         }
     }
     if (!problem.isEmpty())

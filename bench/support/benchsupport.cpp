@@ -13,7 +13,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <fcntl.h>
-#include <malloc.h>
 #include <numeric>
 #include <unistd.h>
 
@@ -46,30 +45,6 @@ QString number(double value, int decimals)
 QString verdict(bool met)
 {
     return met ? QStringLiteral("met") : QStringLiteral("MISSED");
-}
-
-qint64 statusKiB(qint64 pid, const char *field)
-{
-    QFile status(pid == 0 ? QStringLiteral("/proc/self/status") : QStringLiteral("/proc/%1/status").arg(pid));
-    if (!status.open(QIODevice::ReadOnly))
-        return -1;
-    const QByteArray prefix = QByteArray(field) + ':';
-    for (const QByteArray &line : status.readAll().split('\n')) {
-        if (!line.startsWith(prefix))
-            continue;
-        // "VmRSS:	   12345 kB"
-        const QList<QByteArray> parts = line.mid(prefix.size()).simplified().split(' ');
-        bool ok = false;
-        const qint64 value = parts.value(0).toLongLong(&ok);
-        return ok ? value : -1;
-    }
-    return -1;
-}
-
-qint64 heapInUseBytes()
-{
-    const struct mallinfo2 info = ::mallinfo2();
-    return qint64(info.uordblks) + qint64(info.hblkhd);
 }
 
 QProcessEnvironment childEnvironment(const TestSandbox &sandbox)

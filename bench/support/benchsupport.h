@@ -8,8 +8,8 @@
 class AppInstallation;
 class TestSandbox;
 
-// Small helpers the benchmark programs share: statistics, figures read from
-// /proc, the environment of a measured child process and quiet logging.
+// Small helpers the benchmark programs share: statistics, the environment of
+// a measured child process and quiet logging (memory figures: ProcessProbe).
 namespace Bench {
 
 double median(QList<double> values);
@@ -21,14 +21,6 @@ QString number(double value, int decimals = 1);
 
 // "met" or "MISSED": whether a measured value keeps to its goal.
 QString verdict(bool met);
-
-// A field of /proc/<pid>/status such as "VmRSS", in KiB, or -1 when the
-// process or the field is gone. pid 0 means this process.
-qint64 statusKiB(qint64 pid, const char *field);
-
-// The heap this process has in use according to glibc's allocator: small
-// blocks in use plus blocks mapped on their own, in bytes.
-qint64 heapInUseBytes();
 
 // The environment every measured child process gets: the system's, with the
 // sandbox's HOME and XDG folders, the offscreen platform and no message

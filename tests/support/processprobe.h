@@ -45,6 +45,10 @@ struct UserProcess
 // The live processes of this user other than this one, with their command
 // lines. Linux only: other systems do not hand out command lines readily.
 QList<UserProcess> processesOfThisUser();
+
+// A memory figure of /proc/<pid>/status such as "VmRSS", in KiB, or -1 when
+// the process or the field is gone; pid 0 means this process.
+qint64 statusKiB(qint64 pid, const char *field);
 #endif
 
 // Bytes this process holds on its heaps (small and mapped blocks), whatever

@@ -141,6 +141,24 @@ QList<UserProcess> processesOfThisUser()
     }
     return found;
 }
+
+qint64 statusKiB(qint64 pid, const char *field)
+{
+    QFile status(pid == 0 ? QStringLiteral("/proc/self/status") : QStringLiteral("/proc/%1/status").arg(pid));
+    if (!status.open(QIODevice::ReadOnly))
+        return -1;
+    const QByteArray prefix = QByteArray(field) + ':';
+    for (const QByteArray &line : status.readAll().split('\n')) {
+        if (!line.startsWith(prefix))
+            continue;
+        // "VmRSS:	   12345 kB"
+        const QList<QByteArray> parts = line.mid(prefix.size()).simplified().split(' ');
+        bool isNumber = false;
+        const qint64 value = parts.value(0).toLongLong(&isNumber);
+        return isNumber ? value : -1;
+    }
+    return -1;
+}
 #endif
 
 qint64 heapBytesInUse()
