@@ -57,7 +57,7 @@ FlagSupport probeFlagSupport(const std::string &tool, const std::string &flag, c
     // Exit code 2 is the option parser's usage error: it read the flag and
     // stopped at the missing address. A crash, a hang or a Python error
     // (exit code 1) tells nothing about the flag.
-    if (run.finished && exitedWithCode(run.status, 2))
+    if (run.end && run.end->exitedWith(2))
         return FlagSupport::Supported;
     return FlagSupport::Undetermined;
 }
@@ -68,9 +68,9 @@ std::optional<std::string> firstOutputLine(const std::string &program, const std
     std::vector<std::string> argv{program};
     argv.insert(argv.end(), arguments.begin(), arguments.end());
     const CapturedRun run = runCaptured(program, argv, CapturedStream::Output, nullptr, timeoutMs);
-    if (!run.finished)
+    if (!run.end)
         return std::nullopt;
-    if (needsSuccess && !exitedWithCode(run.status, 0))
+    if (needsSuccess && !run.end->exitedWith(0))
         return std::nullopt;
     std::string line = run.text.substr(0, run.text.find_first_of("\r\n"));
     if (line.empty() || line.size() > 200)

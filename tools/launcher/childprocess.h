@@ -1,5 +1,7 @@
 #pragma once
 
+#include "childend.h"
+
 #include <optional>
 #include <string>
 #include <vector>
@@ -7,13 +9,12 @@
 namespace Launcher {
 
 // What a child that wrote one of its streams to a pipe printed there, and how
-// it ended; finished is false when it did not end within the time given (it
-// is then killed).
+// it ended; no end when it did not end within the time given (it is then
+// killed).
 struct CapturedRun
 {
     bool started = false;
-    bool finished = false;
-    int status = 0;
+    std::optional<ChildEnd> end;
     std::string text;
 };
 
@@ -29,17 +30,6 @@ CapturedRun runCaptured(const std::string &program, const std::vector<std::strin
 // The launcher's environment with the option parser's messages in English,
 // which is what the probe reads.
 std::vector<std::string> untranslatedEnvironment();
-
-// How a child ended, from the status runCaptured() and runTool() give: a
-// wait status on POSIX, the exit code on Windows.
-bool exitedWithCode(int status, int code);
-// Ended by exiting with a code other than 0, not by a crash or a signal.
-bool exitedWithFailure(int status);
-// Ended by a crash: a fatal signal such as SIGSEGV or SIGABRT; on Windows an
-// exit code in the NTSTATUS error range, such as 0xC0000005.
-bool endedByCrash(int status);
-// "exit code 2", "ended by signal 9", "exit code 0xC0000005".
-std::string describeEnd(int status);
 
 // The first line program printed on standard output when run with
 // arguments, if it printed one of printable ASCII within timeoutMs and, when
@@ -68,8 +58,8 @@ std::optional<std::string> queryToolVersion(const std::string &tool, int timeout
 // see as one.
 [[noreturn]] void endAsCrash();
 
-// Ends the launcher as the child with status ended: with its exit code, or
-// by the same signal.
-[[noreturn]] void exitLike(int status);
+// Ends the launcher as the child ended: with its exit code, or by the same
+// signal.
+[[noreturn]] void exitLike(const ChildEnd &end);
 
 } // namespace Launcher

@@ -114,16 +114,17 @@ CapturedRun runCaptured(const std::string &program, const std::vector<std::strin
     ::close(pipeFds[0]);
 
     for (;;) {
-        const pid_t waited = ::waitpid(pid, &run.status, WNOHANG);
+        int status = 0;
+        const pid_t waited = ::waitpid(pid, &status, WNOHANG);
         if (waited == pid) {
-            run.finished = true;
+            run.end = ChildEnd::fromSystemStatus(status);
             break;
         }
         if (waited < 0 && errno != EINTR)
             break;
         if (nowMs() >= deadline) {
             ::kill(pid, SIGKILL);
-            while (::waitpid(pid, &run.status, 0) < 0 && errno == EINTR) {
+            while (::waitpid(pid, nullptr, 0) < 0 && errno == EINTR) {
             }
             break;
         }
@@ -220,33 +221,6 @@ pid_t startChild(const std::string &program, const std::vector<std::string> &arg
     return pid;
 }
 
-bool exitedWithCode(int status, int code)
-{
-    return WIFEXITED(status) && WEXITSTATUS(status) == code;
-}
-
-bool exitedWithFailure(int status)
-{
-    return WIFEXITED(status) && WEXITSTATUS(status) != 0;
-}
-
-bool endedByCrash(int status)
-{
-    if (!WIFSIGNALED(status))
-        return false;
-    const int signal = WTERMSIG(status);
-    return signal == SIGSEGV || signal == SIGILL || signal == SIGBUS || signal == SIGFPE || signal == SIGABRT;
-}
-
-std::string describeEnd(int status)
-{
-    if (WIFEXITED(status))
-        return "exit code " + std::to_string(WEXITSTATUS(status));
-    if (WIFSIGNALED(status))
-        return "ended by signal " + std::to_string(WTERMSIG(status));
-    return {};
-}
-
 namespace {
 
 [[noreturn]] void endBySignal(int signal)
@@ -283,13 +257,11 @@ void endAsCrash()
     endBySignal(SIGABRT);
 }
 
-void exitLike(int status)
+void exitLike(const ChildEnd &end)
 {
-    if (WIFEXITED(status))
-        ::_exit(WEXITSTATUS(status));
-    if (!WIFSIGNALED(status))
-        ::_exit(1);
-    endBySignal(WTERMSIG(status));
+    if (const std::optional<int> code = end.exitCode())
+        ::_exit(*code);
+    endBySignal(*end.signal());
 }
 
 } // namespace Launcher

@@ -4,17 +4,12 @@
 #include "widetext.h"
 #include "windowschild.h"
 
-#include <cstdio>
 #include <thread>
 
 namespace Launcher {
 
 namespace {
 
-// Qt reports a child as crashed when its exit code is an NTSTATUS error
-// (0x80000000 to 0xCFFFFFFF), as an access violation's 0xC0000005 is.
-constexpr DWORD firstCrashCode = 0x80000000;
-constexpr DWORD pastCrashCodes = 0xD0000000;
 // What a fail-fast abort ends with.
 constexpr DWORD abortCode = 0xC0000409;
 
@@ -176,38 +171,13 @@ CapturedRun runCaptured(const std::string &program, const std::vector<std::strin
                 run.text.append(buffer, n);
         }
     });
-    run.finished = child.wait(DWORD(timeoutMs));
-    if (run.finished)
-        run.status = child.exitCode();
+    if (child.wait(DWORD(timeoutMs)))
+        run.end = ChildEnd::fromSystemStatus(child.exitCode());
     // What the child left running holds the pipe open.
     child.killAll();
     reader.join();
     closeHandle(pipe.read);
     return run;
-}
-
-bool exitedWithCode(int status, int code)
-{
-    return status == code;
-}
-
-bool endedByCrash(int status)
-{
-    return DWORD(status) >= firstCrashCode && DWORD(status) < pastCrashCodes;
-}
-
-bool exitedWithFailure(int status)
-{
-    return status != 0 && !endedByCrash(status);
-}
-
-std::string describeEnd(int status)
-{
-    if (DWORD(status) < firstCrashCode)
-        return "exit code " + std::to_string(status);
-    char text[32];
-    std::snprintf(text, sizeof text, "exit code 0x%08lX", static_cast<unsigned long>(DWORD(status)));
-    return text;
 }
 
 void endNow(DWORD code)
@@ -224,9 +194,9 @@ void endAsCrash()
     endNow(abortCode);
 }
 
-void exitLike(int status)
+void exitLike(const ChildEnd &end)
 {
-    endNow(DWORD(status));
+    endNow(DWORD(end.exitCode().value_or(1)));
 }
 
 } // namespace Launcher

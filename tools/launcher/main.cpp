@@ -254,7 +254,7 @@ public:
             m_kind = Launcher::InfoCache::recognise(given, &m_target);
     }
 
-    std::optional<int> run(const std::string &tool, const std::vector<std::string> &arguments, Launcher::ToolLog &log,
+    std::optional<Launcher::ChildEnd> run(const std::string &tool, const std::vector<std::string> &arguments, Launcher::ToolLog &log,
                            int *error, const std::function<void()> &whenStarted)
     {
         const std::time_t started = std::time(nullptr);
@@ -272,19 +272,19 @@ public:
                 toolArguments = Launcher::InfoCache::loadingDocument(arguments, *document);
         }
 
-        std::optional<int> status = Launcher::runTool(tool, toolArguments, log, error, whenStarted);
-        if (toolArguments == arguments || !status)
-            return status;
+        std::optional<Launcher::ChildEnd> end = Launcher::runTool(tool, toolArguments, log, error, whenStarted);
+        if (toolArguments == arguments || !end)
+            return end;
         if (written) {
-            if (Launcher::exitedWithCode(*status, 0))
+            if (end->exitedWith(0))
                 m_cache.keep(written->path(), m_target, started);
-            if (!Launcher::exitedWithCode(*status, 2))
-                return status;
-        } else if (!Launcher::exitedWithFailure(*status)) {
-            return status;
+            if (!end->exitedWith(2))
+                return end;
+        } else if (!end->exitedWithFailure()) {
+            return end;
         }
         m_cache.forget(m_target);
-        note("the run with the kept information of " + m_target + " ended with " + Launcher::describeEnd(*status)
+        note("the run with the kept information of " + m_target + " ended with " + end->describe()
              + "; running it again without");
         return Launcher::runTool(tool, arguments, log, error);
     }
@@ -367,15 +367,15 @@ int main(int argc, char *argv[])
     forceUtf8Output();
     int error = 0;
     CachedRun cachedRun(folder, given);
-    const std::optional<int> status = cachedRun.run(tool.path, arguments, log, &error, [&] {
+    const std::optional<Launcher::ChildEnd> end = cachedRun.run(tool.path, arguments, log, &error, [&] {
         if (tool.dueForRefresh)
             startRefresh(managed, withRuntime);
     });
     if (tool.managed)
-        managed.settleAfterRun(status && !Launcher::endedByCrash(*status));
-    if (!status) {
+        managed.settleAfterRun(end && !end->crashed());
+    if (!end) {
         writeLine(standardError, "kestreldl2: cannot run " + tool.path + ": " + Launcher::errorText(error));
         return 127;
     }
-    Launcher::exitLike(*status);
+    Launcher::exitLike(*end);
 }

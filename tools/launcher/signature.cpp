@@ -55,14 +55,14 @@ bool verifySignature(const std::string &key, const std::string &signedPath, cons
         *problem = "gpgv cannot be started";
         return false;
     }
-    const bool exitedWell = run.finished && exitedWithCode(run.status, 0);
+    const bool exitedWell = run.end && run.end->exitedWith(0);
     if (exitedWell && hasStatus(run.text, "GOODSIG") && hasStatus(run.text, "VALIDSIG"))
         return true;
     if (hasStatus(run.text, "NO_PUBKEY") || hasStatus(run.text, "ERRSIG"))
         *problem = "signed by another key than the tool's release key";
     else if (hasStatus(run.text, "BADSIG"))
         *problem = "bad signature";
-    else if (!run.finished)
+    else if (!run.end)
         *problem = "gpgv did not answer";
     else
         *problem = "not a valid signature";

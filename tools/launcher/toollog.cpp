@@ -62,7 +62,7 @@ void ToolLog::appendError(const char *data, std::size_t size)
         m_tail.erase(0, m_tail.size() - keptPartBytes);
 }
 
-void ToolLog::endRun(int status)
+void ToolLog::endRun(const ChildEnd &end)
 {
     const std::size_t written = std::min(m_errorBytes, keptPartBytes);
     if (m_errorBytes > written + m_tail.size())
@@ -71,7 +71,7 @@ void ToolLog::endRun(int status)
     // The tool's last line may lack its line feed.
     if (m_errorBytes > 0 && m_lastErrorByte != '\n')
         write("\n");
-    write(localTimestamp() + " end: " + describeEnd(status) + '\n');
+    write(localTimestamp() + " end: " + end.describe() + '\n');
     m_tail.clear();
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "childend.h"
+
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -24,8 +26,7 @@ public:
     void note(const std::string &text);
     void beginRun(const std::string &tool, const std::vector<std::string> &arguments);
     void appendError(const char *data, std::size_t size);
-    // status as runTool() returns it.
-    void endRun(int status);
+    void endRun(const ChildEnd &end);
 
 private:
     void write(const std::string &text);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "childend.h"
+
 #include <functional>
 #include <optional>
 #include <string>
@@ -28,7 +30,7 @@ void endRunOnStop();
 // group is killed when the tool ends. whenStarted, when given, is called once the tool's program is
 // running, before the launcher waits for it.
 // It may run the tool again once it has returned.
-std::optional<int> runTool(const std::string &tool, const std::vector<std::string> &arguments, ToolLog &log,
+std::optional<ChildEnd> runTool(const std::string &tool, const std::vector<std::string> &arguments, ToolLog &log,
                            int *error, const std::function<void()> &whenStarted = {});
 
 // Runs program in place of the launcher, with the launcher's arguments, and

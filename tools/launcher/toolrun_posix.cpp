@@ -177,7 +177,7 @@ void startBesideRun(const std::function<void()> &work)
     ::_exit(0);
 }
 
-std::optional<int> runTool(const std::string &tool, const std::vector<std::string> &arguments, ToolLog &log,
+std::optional<ChildEnd> runTool(const std::string &tool, const std::vector<std::string> &arguments, ToolLog &log,
                            int *error, const std::function<void()> &whenStarted)
 {
     // Blocked until the group is known, so that no signal arriving
@@ -262,7 +262,8 @@ std::optional<int> runTool(const std::string &tool, const std::vector<std::strin
     int status = 0;
     while (::waitpid(pid, &status, 0) < 0 && errno == EINTR) {
     }
-    log.endRun(status);
+    const ChildEnd end = ChildEnd::fromSystemStatus(status);
+    log.endRun(end);
     // Ready for another run: the run's pipe goes, and the signals are as
     // they were before it, a stop that came meanwhile included.
     ::signal(SIGCHLD, SIG_DFL);
@@ -270,7 +271,7 @@ std::optional<int> runTool(const std::string &tool, const std::vector<std::strin
     ::close(childEndedPipe[1]);
     childEndedPipe[0] = childEndedPipe[1] = -1;
     ::sigprocmask(SIG_SETMASK, &before, nullptr);
-    return status;
+    return end;
 }
 
 } // namespace Launcher

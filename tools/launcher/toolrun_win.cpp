@@ -99,7 +99,7 @@ void endRunOnStop()
     }).detach();
 }
 
-std::optional<int> runTool(const std::string &tool, const std::vector<std::string> &arguments, ToolLog &log,
+std::optional<ChildEnd> runTool(const std::string &tool, const std::vector<std::string> &arguments, ToolLog &log,
                            int *error, const std::function<void()> &whenStarted)
 {
     ChildPipe errorPipe;
@@ -123,13 +123,13 @@ std::optional<int> runTool(const std::string &tool, const std::vector<std::strin
     if (whenStarted)
         whenStarted();
     child.wait(INFINITE);
-    const int status = child.exitCode();
+    const ChildEnd end = ChildEnd::fromSystemStatus(child.exitCode());
     // What the tool left running goes with it, and lets go of the pipe.
     child.killAll();
     copier.join();
     CloseHandle(errorPipe.read);
-    log.endRun(status);
-    return status;
+    log.endRun(end);
+    return end;
 }
 
 void replaceProcess(const std::string &, char *[])
