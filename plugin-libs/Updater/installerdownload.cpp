@@ -40,10 +40,10 @@ bool InstallerDownload::start(QString *error)
     request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
     m_reply = m_network->get(request);
 
-    connect(m_reply, &QNetworkReply::readyRead, this, &InstallerDownload::onReadyRead);
-    connect(m_reply, &QNetworkReply::redirected, this, &InstallerDownload::onRedirected);
+    connect(m_reply, &QNetworkReply::readyRead, this, &InstallerDownload::whenReadyRead);
+    connect(m_reply, &QNetworkReply::redirected, this, &InstallerDownload::whenRedirected);
     connect(m_reply, &QNetworkReply::downloadProgress, this, &InstallerDownload::progress);
-    connect(m_reply, &QNetworkReply::finished, this, &InstallerDownload::onFinished);
+    connect(m_reply, &QNetworkReply::finished, this, &InstallerDownload::whenFinished);
     return true;
 }
 
@@ -60,7 +60,7 @@ void InstallerDownload::abort()
     discardPartialFile();
 }
 
-void InstallerDownload::onReadyRead()
+void InstallerDownload::whenReadyRead()
 {
     if (m_reply)
         consume(m_reply);
@@ -78,7 +78,7 @@ void InstallerDownload::consume(QNetworkReply *reply)
         stopWith(tr("Could not save the installer as \"%1\": %2").arg(QDir::toNativeSeparators(partPath()), m_file.errorString()));
 }
 
-void InstallerDownload::onRedirected(const QUrl &url)
+void InstallerDownload::whenRedirected(const QUrl &url)
 {
     if (!m_reply)
         return;
@@ -97,7 +97,7 @@ void InstallerDownload::stopWith(const QString &message)
         m_reply->abort();
 }
 
-void InstallerDownload::onFinished()
+void InstallerDownload::whenFinished()
 {
     QNetworkReply *reply = m_reply.data();
     if (!reply)

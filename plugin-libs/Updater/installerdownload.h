@@ -50,10 +50,10 @@ signals:
     void failed(const QString &message);
 
 private:
-    void onReadyRead();
+    void whenReadyRead();
     void consume(QNetworkReply *reply);
-    void onRedirected(const QUrl &url);
-    void onFinished();
+    void whenRedirected(const QUrl &url);
+    void whenFinished();
     void stopWith(const QString &message);
     void discardPartialFile();
 

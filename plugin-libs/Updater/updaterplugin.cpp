@@ -163,12 +163,12 @@ void UpdaterPlugin::begin(int releaseNumber, const QString &text, bool quiet)
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::UserVerifiedRedirectPolicy);
     request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
     m_feedReply = network()->get(request);
-    connect(m_feedReply, &QNetworkReply::redirected, this, &UpdaterPlugin::onFeedRedirected);
-    connect(m_feedReply, &QNetworkReply::downloadProgress, this, &UpdaterPlugin::onFeedProgress);
-    connect(m_feedReply, &QNetworkReply::finished, this, &UpdaterPlugin::onFeedFinished);
+    connect(m_feedReply, &QNetworkReply::redirected, this, &UpdaterPlugin::whenFeedRedirected);
+    connect(m_feedReply, &QNetworkReply::downloadProgress, this, &UpdaterPlugin::whenFeedProgress);
+    connect(m_feedReply, &QNetworkReply::finished, this, &UpdaterPlugin::whenFeedFinished);
 }
 
-void UpdaterPlugin::onFeedRedirected(const QUrl &url)
+void UpdaterPlugin::whenFeedRedirected(const QUrl &url)
 {
     if (!m_feedReply)
         return;
@@ -181,7 +181,7 @@ void UpdaterPlugin::onFeedRedirected(const QUrl &url)
     m_feedReply->abort();
 }
 
-void UpdaterPlugin::onFeedProgress(qint64 received)
+void UpdaterPlugin::whenFeedProgress(qint64 received)
 {
     if (!m_feedReply || received <= maximumFeedSize)
         return;
@@ -189,7 +189,7 @@ void UpdaterPlugin::onFeedProgress(qint64 received)
     m_feedReply->abort();
 }
 
-void UpdaterPlugin::onFeedFinished()
+void UpdaterPlugin::whenFeedFinished()
 {
     QNetworkReply *reply = m_feedReply.data();
     if (!reply)
@@ -257,7 +257,7 @@ void UpdaterPlugin::decide(const ReleaseFeed::Release &release)
     box->setDefaultButton(QMessageBox::Yes);
 }
 
-void UpdaterPlugin::onAnswer(QMessageBox::StandardButton answer)
+void UpdaterPlugin::whenAnswer(QMessageBox::StandardButton answer)
 {
     if (m_stage == Stage::Asking) {
         if (answer == QMessageBox::Yes) {
@@ -294,15 +294,15 @@ void UpdaterPlugin::startDownload()
         return;
     }
     m_download = download;
-    connect(download, &InstallerDownload::progress, this, &UpdaterPlugin::onDownloadProgress);
-    connect(download, &InstallerDownload::succeeded, this, &UpdaterPlugin::onDownloadSucceeded);
-    connect(download, &InstallerDownload::failed, this, &UpdaterPlugin::onDownloadFailed);
+    connect(download, &InstallerDownload::progress, this, &UpdaterPlugin::whenDownloadProgress);
+    connect(download, &InstallerDownload::succeeded, this, &UpdaterPlugin::whenDownloadSucceeded);
+    connect(download, &InstallerDownload::failed, this, &UpdaterPlugin::whenDownloadFailed);
     m_stage = Stage::Downloading;
     logInfo(QStringLiteral("downloading %1 to %2").arg(target.url.toString(), download->partPath()));
     showProgress();
 }
 
-void UpdaterPlugin::onDownloadProgress(qint64 received, qint64 total)
+void UpdaterPlugin::whenDownloadProgress(qint64 received, qint64 total)
 {
     if (!m_progress || !m_progressBar)
         return;
@@ -322,7 +322,7 @@ void UpdaterPlugin::onDownloadProgress(qint64 received, qint64 total)
     }
 }
 
-void UpdaterPlugin::onDownloadSucceeded(const QString &path)
+void UpdaterPlugin::whenDownloadSucceeded(const QString &path)
 {
     if (InstallerDownload *download = m_download.data()) {
         m_download.clear();
@@ -357,7 +357,7 @@ void UpdaterPlugin::reportInstallation(bool quiet)
             QMessageBox::Ok);
 }
 
-void UpdaterPlugin::onDownloadFailed(const QString &message)
+void UpdaterPlugin::whenDownloadFailed(const QString &message)
 {
     if (InstallerDownload *download = m_download.data()) {
         m_download.clear();
@@ -366,7 +366,7 @@ void UpdaterPlugin::onDownloadFailed(const QString &message)
     fail(message);
 }
 
-void UpdaterPlugin::onDownloadCancelled()
+void UpdaterPlugin::whenDownloadCancelled()
 {
     if (m_stage != Stage::Downloading)
         return;
@@ -430,7 +430,7 @@ QMessageBox *UpdaterPlugin::showBox(QMessageBox::Icon icon, const QString &text,
         if (m_box != box)
             return;
         m_box.clear();
-        onAnswer(box->standardButton(box->clickedButton()));
+        whenAnswer(box->standardButton(box->clickedButton()));
     });
     m_box = box;
     box->show();
@@ -456,8 +456,8 @@ void UpdaterPlugin::showProgress()
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setWindowModality(Qt::ApplicationModal);
     // Escape and the window's close button cancel as well as the button does.
-    connect(dialog, &QProgressDialog::canceled, this, &UpdaterPlugin::onDownloadCancelled);
-    connect(dialog, &QDialog::rejected, this, &UpdaterPlugin::onDownloadCancelled);
+    connect(dialog, &QProgressDialog::canceled, this, &UpdaterPlugin::whenDownloadCancelled);
+    connect(dialog, &QDialog::rejected, this, &UpdaterPlugin::whenDownloadCancelled);
     m_progress = dialog;
     m_progressBar = bar;
     dialog->show();

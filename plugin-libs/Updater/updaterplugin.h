@@ -51,16 +51,16 @@ private:
     };
 
     void begin(int releaseNumber, const QString &text, bool quiet);
-    void onFeedRedirected(const QUrl &url);
-    void onFeedProgress(qint64 received);
-    void onFeedFinished();
+    void whenFeedRedirected(const QUrl &url);
+    void whenFeedProgress(qint64 received);
+    void whenFeedFinished();
     void decide(const ReleaseFeed::Release &release);
-    void onAnswer(QMessageBox::StandardButton answer);
+    void whenAnswer(QMessageBox::StandardButton answer);
     void startDownload();
-    void onDownloadProgress(qint64 received, qint64 total);
-    void onDownloadSucceeded(const QString &path);
-    void onDownloadFailed(const QString &message);
-    void onDownloadCancelled();
+    void whenDownloadProgress(qint64 received, qint64 total);
+    void whenDownloadSucceeded(const QString &path);
+    void whenDownloadFailed(const QString &message);
+    void whenDownloadCancelled();
     void reportInstallation(bool quiet);
     bool startInstaller(const QString &path, QString *error);
     void fail(const QString &message);
