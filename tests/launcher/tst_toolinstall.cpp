@@ -9,7 +9,6 @@
 
 #include <QApplication>
 #include <QDateTime>
-#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -19,7 +18,6 @@
 #include <QTcpServer>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QThread>
 
 #include <memory>
 
@@ -416,13 +414,11 @@ void TestToolInstall::killedUpdateLeavesOldCopyWorking()
     QVERIFY(m_feed->publishTool(ReleaseScripts::tool(QStringLiteral("2026.11.20")) + "#" + QByteArray(2 * 1024 * 1024, 'k') + "\n"));
     m_feed->setBehaviour(QLatin1String(toolAsset), QStringLiteral("slow"));
     std::unique_ptr<QProcess> updating(startLauncher({QStringLiteral("--update")}, m_environment));
-    QDeadlineTimer deadline(60000);
     const QRegularExpression download(QStringLiteral("^\\.kestreldl2-yt-dlp_linux-"));
-    while (scratchFiles().filter(download).isEmpty() && !deadline.hasExpired())
-        QThread::msleep(5);
+    const bool downloading = QTest::qWaitFor([&] { return !scratchFiles().filter(download).isEmpty(); }, 60000);
     updating->kill();
     QVERIFY(updating->waitForFinished());
-    QVERIFY2(!deadline.hasExpired(), "the update never began to download");
+    QVERIFY2(downloading, "the update never began to download");
 
     QCOMPARE(installedTool(), ReleaseScripts::tool(QStringLiteral("2026.11.01")));
     QVERIFY(runLauncher({QStringLiteral("--get-title"), QStringLiteral("https://youtu.be/kestrel")}).succeeded());

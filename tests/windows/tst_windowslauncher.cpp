@@ -12,14 +12,12 @@
 
 #include <QByteArray>
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QThread>
 
 #include <windows.h>
 
@@ -87,17 +85,19 @@ bool processHasEnded(quint32 pid, int withinMs)
 
 QList<quint32> waitForPids(const QString &pidFile)
 {
-    const QDeadlineTimer deadline(runTimeoutMs);
-    while (!deadline.hasExpired()) {
-        QFile file(pidFile);
-        if (file.open(QIODevice::ReadOnly)) {
+    QList<quint32> pids;
+    const bool written = QTest::qWaitFor(
+        [&] {
+            QFile file(pidFile);
+            if (!file.open(QIODevice::ReadOnly))
+                return false;
             const QList<QByteArray> fields = file.readAll().trimmed().split(' ');
             if (fields.size() == 2)
-                return {fields[0].toUInt(), fields[1].toUInt()};
-        }
-        QThread::msleep(50);
-    }
-    return {};
+                pids = {fields[0].toUInt(), fields[1].toUInt()};
+            return !pids.isEmpty();
+        },
+        runTimeoutMs);
+    return written ? pids : QList<quint32>();
 }
 
 } // namespace

@@ -3,12 +3,11 @@
 #include "testfiles.h"
 
 #include <QCryptographicHash>
-#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcessEnvironment>
-#include <QThread>
+#include <QTest>
 
 namespace {
 
@@ -96,9 +95,8 @@ bool LocalReleaseFeed::start()
     m_server.start(QStringLiteral("python3"), {QStringLiteral(KESTREL_FEED_SERVER), m_folder, portFile, logFile()});
     if (!m_server.waitForStarted())
         return false;
-    QDeadlineTimer deadline(20000);
-    while (!QFileInfo::exists(portFile) && !deadline.hasExpired() && m_server.state() == QProcess::Running)
-        QThread::msleep(10);
+    if (!QTest::qWaitFor([&] { return QFileInfo::exists(portFile) || m_server.state() != QProcess::Running; }, 20000))
+        return false;
     m_port = quint16(readAll(portFile).toUInt());
     return m_port != 0;
 }

@@ -1,7 +1,6 @@
 #include "rawrun.h"
 
-#include <QDeadlineTimer>
-#include <QThread>
+#include <QTest>
 
 #include <csignal>
 #include <string>
@@ -80,15 +79,12 @@ RawRun::~RawRun()
 
 bool RawRun::wait(int timeoutMs)
 {
-    QDeadlineTimer deadline(timeoutMs);
-    while (!m_ended) {
-        const pid_t waited = ::waitpid(m_pid, &m_status, WNOHANG);
-        if (waited == m_pid)
-            m_ended = true;
-        else if (deadline.hasExpired())
-            return false;
-        else
-            QThread::msleep(2);
-    }
-    return true;
+    if (m_ended)
+        return true;
+    return QTest::qWaitFor(
+        [this] {
+            m_ended = ::waitpid(m_pid, &m_status, WNOHANG) == m_pid;
+            return m_ended;
+        },
+        timeoutMs);
 }
