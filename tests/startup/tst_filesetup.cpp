@@ -36,14 +36,14 @@ class SetupRun
 public:
     SetupRun()
     {
-        app.addRecordingPlugin(QStringLiteral("updater"), QStringLiteral("Updater"));
-        app.addFile(toolFile, "tool v1");
-        app.addFile(ffmpegFile, "ffmpeg v1");
+        m_app.addRecordingPlugin(QStringLiteral("updater"), QStringLiteral("Updater"));
+        m_app.addFile(toolFile, "tool v1");
+        m_app.addFile(ffmpegFile, "ffmpeg v1");
     }
 
     AppInstallation::Run start() const
     {
-        AppInstallation::Run run = app.run(sandbox, {}, {QStringLiteral("quit-on-check")});
+        AppInstallation::Run run = m_app.run(m_sandbox, {}, {QStringLiteral("quit-on-check")});
         if (!run.finished || run.exitCode != 0)
             qFatal("start-up did not end cleanly: %s", qPrintable(run.logLines.join(QLatin1Char('\n'))));
         return run;
@@ -51,11 +51,15 @@ public:
 
     QString downloads(const QString &name = {}) const
     {
-        return name.isEmpty() ? sandbox.downloadFolder() : sandbox.downloadFolder() + QLatin1Char('/') + name;
+        return name.isEmpty() ? m_sandbox.downloadFolder() : m_sandbox.downloadFolder() + QLatin1Char('/') + name;
     }
 
-    TestSandbox sandbox;
-    AppInstallation app;
+    const TestSandbox &sandbox() const { return m_sandbox; }
+    AppInstallation &app() { return m_app; }
+
+private:
+    TestSandbox m_sandbox;
+    AppInstallation m_app;
 };
 
 } // namespace
@@ -85,7 +89,7 @@ void TestFileSetup::firstRunCopiesBothTools()
 {
     SetupRun setup;
     const AppInstallation::Run run = setup.start();
-    const QString data = setup.sandbox.dataFolder();
+    const QString data = setup.sandbox().dataFolder();
     QCOMPARE(readFile(data + QLatin1Char('/') + toolFile), QByteArray("tool v1"));
     QCOMPARE(readFile(data + QLatin1Char('/') + ffmpegFile), QByteArray("ffmpeg v1"));
     QVERIFY(run.logLines.contains(QStringLiteral("OK: data dir %1").arg(data)));
@@ -99,22 +103,22 @@ void TestFileSetup::secondRunCopiesNothing()
 {
     SetupRun setup;
     setup.start();
-    setup.app.addFile(toolFile, "tool v2, newer and larger");
-    setup.app.addFile(ffmpegFile, "ffmpeg v2, newer and larger");
+    setup.app().addFile(toolFile, "tool v2, newer and larger");
+    setup.app().addFile(ffmpegFile, "ffmpeg v2, newer and larger");
     const AppInstallation::Run second = setup.start();
-    QCOMPARE(readFile(setup.sandbox.dataFolder() + QLatin1Char('/') + toolFile), QByteArray("tool v1"));
-    QCOMPARE(readFile(setup.sandbox.dataFolder() + QLatin1Char('/') + ffmpegFile), QByteArray("ffmpeg v1"));
+    QCOMPARE(readFile(setup.sandbox().dataFolder() + QLatin1Char('/') + toolFile), QByteArray("tool v1"));
+    QCOMPARE(readFile(setup.sandbox().dataFolder() + QLatin1Char('/') + ffmpegFile), QByteArray("ffmpeg v1"));
     QCOMPARE(second.logLinesContaining(QStringLiteral("copy to:")), QStringList());
 }
 
 void TestFileSetup::damagedCopyIsKept()
 {
     SetupRun setup;
-    writeFile(setup.sandbox.dataFolder() + QLatin1Char('/') + toolFile, QByteArray());
-    writeFile(setup.sandbox.dataFolder() + QLatin1Char('/') + ffmpegFile, "\x00\x01garbage");
+    writeFile(setup.sandbox().dataFolder() + QLatin1Char('/') + toolFile, QByteArray());
+    writeFile(setup.sandbox().dataFolder() + QLatin1Char('/') + ffmpegFile, "\x00\x01garbage");
     const AppInstallation::Run run = setup.start();
-    QCOMPARE(readFile(setup.sandbox.dataFolder() + QLatin1Char('/') + toolFile), QByteArray());
-    QCOMPARE(readFile(setup.sandbox.dataFolder() + QLatin1Char('/') + ffmpegFile), QByteArray("\x00\x01garbage"));
+    QCOMPARE(readFile(setup.sandbox().dataFolder() + QLatin1Char('/') + toolFile), QByteArray());
+    QCOMPARE(readFile(setup.sandbox().dataFolder() + QLatin1Char('/') + ffmpegFile), QByteArray("\x00\x01garbage"));
     QCOMPARE(run.logLinesContaining(QStringLiteral("copy to:")), QStringList());
 }
 
@@ -136,9 +140,9 @@ void TestFileSetup::missingToolIsReported()
 void TestFileSetup::firstRunWritesVersionKeys()
 {
     SetupRun setup;
-    QVERIFY(!QFile::exists(setup.sandbox.settingsFile()));
+    QVERIFY(!QFile::exists(setup.sandbox().settingsFile()));
     setup.start();
-    QSettings settings(setup.sandbox.settingsFile(), QSettings::IniFormat);
+    QSettings settings(setup.sandbox().settingsFile(), QSettings::IniFormat);
     QCOMPARE(settings.value(QStringLiteral("Version/Num")).toString(), QStringLiteral("2.0.023"));
     QCOMPARE(settings.value(QStringLiteral("Version/Date")).toString(), QStringLiteral("25.0826"));
 }
@@ -149,22 +153,22 @@ void TestFileSetup::secondRunDoesNotRewriteSettings()
     setup.start();
     const QDateTime longAgo = QDateTime::currentDateTime().addDays(-30);
     {
-        QFile settings(setup.sandbox.settingsFile());
+        QFile settings(setup.sandbox().settingsFile());
         QVERIFY(settings.open(QIODevice::ReadWrite));
         QVERIFY(settings.setFileTime(longAgo, QFileDevice::FileModificationTime));
     }
-    const QByteArray before = readFile(setup.sandbox.settingsFile());
+    const QByteArray before = readFile(setup.sandbox().settingsFile());
     setup.start();
-    QCOMPARE(readFile(setup.sandbox.settingsFile()), before);
-    QCOMPARE(QFileInfo(setup.sandbox.settingsFile()).lastModified(), longAgo);
+    QCOMPARE(readFile(setup.sandbox().settingsFile()), before);
+    QCOMPARE(QFileInfo(setup.sandbox().settingsFile()).lastModified(), longAgo);
 }
 
 void TestFileSetup::changedVersionKeysAreRewritten()
 {
     SetupRun setup;
-    writeFile(setup.sandbox.settingsFile(), "[Version]\nNum=1.9.000\nDate=24.0101\n[Scale]\nVal=130\n");
+    writeFile(setup.sandbox().settingsFile(), "[Version]\nNum=1.9.000\nDate=24.0101\n[Scale]\nVal=130\n");
     setup.start();
-    QSettings settings(setup.sandbox.settingsFile(), QSettings::IniFormat);
+    QSettings settings(setup.sandbox().settingsFile(), QSettings::IniFormat);
     QCOMPARE(settings.value(QStringLiteral("Version/Num")).toString(), QStringLiteral("2.0.023"));
     QCOMPARE(settings.value(QStringLiteral("Version/Date")).toString(), QStringLiteral("25.0826"));
     QCOMPARE(settings.value(QStringLiteral("Scale/Val")).toInt(), 130);

@@ -34,18 +34,18 @@ private slots:
     void resetAroundSourceChange();
 
 private:
-    QHash<quint32, FormatInfo> formats;
-    QList<quint32> order;
+    QHash<quint32, FormatInfo> m_formats;
+    QList<quint32> m_order;
 };
 
 void TestFormatTableModel::init()
 {
-    formats = {
+    m_formats = {
         {137, {137, QStringLiteral("1.5GiB"), QStringLiteral("1920x1080")}},
         {22, {22, QStringLiteral("512KiB"), QStringLiteral("1280x720")}},
         {18, {18, QString(), QStringLiteral("640x360")}},
     };
-    order = {137, 22, 18};
+    m_order = {137, 22, 18};
 }
 
 void TestFormatTableModel::withoutSourceIsEmpty()
@@ -79,10 +79,10 @@ void TestFormatTableModel::withoutSourceAnyIndexGivesNothing()
     }
 
     // Only one of the two set is no source either.
-    model.setSource(&formats, nullptr);
+    model.setSource(&m_formats, nullptr);
     QCOMPARE(model.rowCount(), 0);
     QVERIFY(!model.data(model.make(0, 1)).isValid());
-    model.setSource(nullptr, &order);
+    model.setSource(nullptr, &m_order);
     QVERIFY(!model.data(model.make(0, 1)).isValid());
 }
 
@@ -95,10 +95,10 @@ void TestFormatTableModel::passesTheModelTester()
     {
         FormatTableModel model;
         QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Warning);
-        model.setSource(&formats, &order);
+        model.setSource(&m_formats, &m_order);
         QCOMPARE(model.rowCount(), 3);
-        order.removeLast();
-        model.setSource(&formats, &order);
+        m_order.removeLast();
+        model.setSource(&m_formats, &m_order);
         QCOMPARE(model.rowCount(), 2);
         model.setSource(nullptr, nullptr);
         QCOMPARE(model.rowCount(), 0);
@@ -115,7 +115,7 @@ void TestFormatTableModel::passesTheModelTester()
 void TestFormatTableModel::rowCountIgnoresTheParent()
 {
     FormatTableModel model;
-    model.setSource(&formats, &order);
+    model.setSource(&m_formats, &m_order);
     QCOMPARE(model.rowCount(model.index(0, 0)), 3);
     QCOMPARE(model.columnCount(model.index(1, 2)), 5);
 }
@@ -149,7 +149,7 @@ void TestFormatTableModel::headers()
 void TestFormatTableModel::verticalHeaderNumbersRows()
 {
     FormatTableModel model;
-    model.setSource(&formats, &order);
+    model.setSource(&m_formats, &m_order);
     QCOMPARE(model.headerData(0, Qt::Vertical, Qt::DisplayRole).toInt(), 1);
     QCOMPARE(model.headerData(2, Qt::Vertical, Qt::DisplayRole).toInt(), 3);
     QVERIFY(!model.headerData(0, Qt::Vertical, Qt::DecorationRole).isValid());
@@ -158,7 +158,7 @@ void TestFormatTableModel::verticalHeaderNumbersRows()
 void TestFormatTableModel::rowsFollowTheOrderList()
 {
     FormatTableModel model;
-    model.setSource(&formats, &order);
+    model.setSource(&m_formats, &m_order);
     QCOMPARE(model.data(model.index(0, 1)).toUInt(), 137u);
     QCOMPARE(model.data(model.index(1, 1)).toUInt(), 22u);
     QCOMPARE(model.data(model.index(2, 1)).toUInt(), 18u);
@@ -167,7 +167,7 @@ void TestFormatTableModel::rowsFollowTheOrderList()
 void TestFormatTableModel::displayRole()
 {
     FormatTableModel model;
-    model.setSource(&formats, &order);
+    model.setSource(&m_formats, &m_order);
     QVERIFY(!model.data(model.index(0, 0), Qt::DisplayRole).isValid());
     QCOMPARE(model.data(model.index(0, 1), Qt::DisplayRole).typeId(), QMetaType::UInt);
     QCOMPARE(model.data(model.index(0, 1), Qt::DisplayRole).toUInt(), 137u);
@@ -179,7 +179,7 @@ void TestFormatTableModel::displayRole()
 void TestFormatTableModel::sizeColumnAlignmentAndMebibytes()
 {
     FormatTableModel model;
-    model.setSource(&formats, &order);
+    model.setSource(&m_formats, &m_order);
     QCOMPARE(model.data(model.index(0, 3), Qt::TextAlignmentRole).toInt(), 130);
     QCOMPARE(model.data(model.index(0, 3), Qt::UserRole).typeId(), QMetaType::Double);
     QCOMPARE(model.data(model.index(0, 3), Qt::UserRole).toDouble(), 1536.0);
@@ -193,7 +193,7 @@ void TestFormatTableModel::sizeColumnAlignmentAndMebibytes()
 void TestFormatTableModel::formatWithoutSize()
 {
     FormatTableModel model;
-    model.setSource(&formats, &order);
+    model.setSource(&m_formats, &m_order);
     QCOMPARE(model.data(model.index(2, 3), Qt::DisplayRole).toString(), QString());
     QCOMPARE(model.data(model.index(2, 3), Qt::UserRole).toDouble(), 0.0);
     QCOMPARE(model.data(model.index(2, 3), Qt::TextAlignmentRole).toInt(), 130);
@@ -202,7 +202,7 @@ void TestFormatTableModel::formatWithoutSize()
 void TestFormatTableModel::decorations()
 {
     FormatTableModel model;
-    model.setSource(&formats, &order);
+    model.setSource(&m_formats, &m_order);
     const QVariant media = model.data(model.index(0, 0), Qt::DecorationRole);
     QCOMPARE(media.typeId(), QMetaType::QPixmap);
     QCOMPARE(media.value<QPixmap>().size(), QSize(48, 23));
@@ -217,7 +217,7 @@ void TestFormatTableModel::decorations()
 void TestFormatTableModel::otherRolesAreInvalid()
 {
     FormatTableModel model;
-    model.setSource(&formats, &order);
+    model.setSource(&m_formats, &m_order);
     for (int role : {int(Qt::ToolTipRole), int(Qt::EditRole), int(Qt::FontRole), int(Qt::UserRole) + 1}) {
         for (int column = 0; column < 5; ++column)
             QVERIFY(!model.data(model.index(0, column), role).isValid());
@@ -227,8 +227,8 @@ void TestFormatTableModel::otherRolesAreInvalid()
 void TestFormatTableModel::unknownIdentifierGivesNothing()
 {
     FormatTableModel model;
-    order = {137, 999};
-    model.setSource(&formats, &order);
+    m_order = {137, 999};
+    model.setSource(&m_formats, &m_order);
     QCOMPARE(model.rowCount(), 2);
     QVERIFY(!model.data(model.index(1, 1)).isValid());
     QVERIFY(!model.data(model.index(1, 0), Qt::DecorationRole).isValid());
@@ -239,7 +239,7 @@ void TestFormatTableModel::emptyFormatMapGivesNothing()
 {
     FormatTableModel model;
     const QHash<quint32, FormatInfo> none;
-    model.setSource(&none, &order);
+    model.setSource(&none, &m_order);
     QCOMPARE(model.rowCount(), 3);
     QVERIFY(!model.data(model.index(0, 1)).isValid());
 }
@@ -249,7 +249,7 @@ void TestFormatTableModel::resetAroundSourceChange()
     FormatTableModel model;
     QSignalSpy aboutToReset(&model, &QAbstractItemModel::modelAboutToBeReset);
     QSignalSpy reset(&model, &QAbstractItemModel::modelReset);
-    model.setSource(&formats, &order);
+    model.setSource(&m_formats, &m_order);
     QCOMPARE(aboutToReset.size(), 1);
     QCOMPARE(reset.size(), 1);
 }
