@@ -114,6 +114,11 @@ Installation::Installation()
                                                    + m_environment.value(QStringLiteral("PATH")));
     // No test here reaches a release feed: an install attempt fails at once.
     m_environment.insert(QStringLiteral("KESTREL_TOOL_FEED"), QStringLiteral("http://127.0.0.1:9/"));
+    // Nothing a run starts finds the user's own folders.
+    for (const QString &variable : m_sandbox.environment()) {
+        const qsizetype equals = variable.indexOf(QLatin1Char('='));
+        m_environment.insert(variable.left(equals), variable.mid(equals + 1));
+    }
 }
 
 // Every command line the fake was given, in order.

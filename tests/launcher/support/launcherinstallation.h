@@ -1,6 +1,7 @@
 #pragma once
 
 #include "rawrun.h"
+#include "testsandbox.h"
 
 #include <QList>
 #include <QProcessEnvironment>
@@ -46,4 +47,5 @@ public:
 private:
     QProcessEnvironment m_environment;
     QTemporaryDir m_root;
+    TestSandbox m_sandbox;
 };
