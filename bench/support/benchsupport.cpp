@@ -1,7 +1,7 @@
 #include "benchsupport.h"
 
-#include "downloader/filesetup.h"
 #include "base/identity.h"
+#include "downloader/filesetup.h"
 #include "appinstallation.h"
 #include "scenario.h"
 #include "testsandbox.h"

@@ -1,10 +1,10 @@
 #include "startup.h"
 
 #include "app/composition.h"
-#include "downloader/filesetup.h"
 #include "base/identity.h"
 #include "base/log.h"
 #include "base/settings.h"
+#include "downloader/filesetup.h"
 #include "plugins/plugins.h"
 #include "ui/navigation.h"
 

@@ -1,8 +1,8 @@
 #include "kestreldownloader.h"
 
-#include "downloader/filesetup.h"
 #include "base/log.h"
 #include "base/platform.h"
+#include "downloader/filesetup.h"
 #include "downloader/videoinfo.h"
 #include "formats/formatcatalogue.h"
 

@@ -1,12 +1,12 @@
 #include "navigation.h"
 #include "ui_navigation.h"
 
-#include "downloader/filesetup.h"
 #include "base/identity.h"
 #include "base/images.h"
 #include "base/log.h"
 #include "base/platform.h"
 #include "base/settings.h"
+#include "downloader/filesetup.h"
 #include "downloader/videoinfo.h"
 #include "formats/formattablemodel.h"
 #include "plugins/plugins.h"

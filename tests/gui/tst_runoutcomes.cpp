@@ -1,5 +1,5 @@
-#include "downloader/filesetup.h"
 #include "base/platform.h"
+#include "downloader/filesetup.h"
 #include "downloader/kestreldownloader.h"
 
 #include "modalcatcher.h"

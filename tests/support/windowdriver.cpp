@@ -1,7 +1,7 @@
 #include "windowdriver.h"
 
-#include "downloader/filesetup.h"
 #include "base/platform.h"
+#include "downloader/filesetup.h"
 #include "downloader/kestreldownloader.h"
 #include "downloader/videoinfo.h"
 #include "ui/navigation.h"
