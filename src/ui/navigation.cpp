@@ -270,9 +270,9 @@ void Navigation::connectDriver()
 {
     connect(&m_driver, &KestrelDownloader::somethingWrong, this, &Navigation::whenSomethingWrong);
     connect(&m_driver, &KestrelDownloader::haveFormats, this, &Navigation::whenFormatsReceived);
-    connect(&m_driver, &KestrelDownloader::haveMetadata, this, &Navigation::showMetadata);
-    connect(&m_driver, &KestrelDownloader::haveVideo, this, &Navigation::showDownloadCompleted);
-    connect(&m_driver, &KestrelDownloader::percent, this, &Navigation::showProgress);
+    connect(&m_driver, &KestrelDownloader::haveMetadata, this, &Navigation::whenMetadataReceived);
+    connect(&m_driver, &KestrelDownloader::haveVideo, this, &Navigation::whenVideoDownloaded);
+    connect(&m_driver, &KestrelDownloader::percent, this, &Navigation::whenProgressReported);
     connect(&m_driver, &KestrelDownloader::resultUpdateBinary, this, &Navigation::whenToolUpdated);
     connect(this, &Navigation::updateKestrelDL, &m_driver, &KestrelDownloader::updateBinary);
     connect(this, &Navigation::requestVideo, &m_driver, &KestrelDownloader::requestVideo);
@@ -343,7 +343,7 @@ void Navigation::whenCallProcess()
     emit requestMetadata();
 }
 
-void Navigation::showMetadata()
+void Navigation::whenMetadataReceived()
 {
     m_ui->labelTitle->setText(displayTitle(m_info.title));
     m_ui->labelTime->setText(displayDuration(m_info.duration));
@@ -416,7 +416,7 @@ void Navigation::whenFormatPicked(const QModelIndex &index)
     emit requestVideo(formatId);
 }
 
-void Navigation::showProgress(int value)
+void Navigation::whenProgressReported(int value)
 {
     // Past 99 the tool merges or finishes: a busy bar, not a full one.
     if (value > 99) {
@@ -428,7 +428,7 @@ void Navigation::showProgress(int value)
     m_ui->progressBarDL->setValue(value);
 }
 
-void Navigation::showDownloadCompleted()
+void Navigation::whenVideoDownloaded()
 {
     // The log names the lambda that once handled the end of a download in
     // connectDriver(); the line's text is kept.

@@ -80,10 +80,10 @@ private:
     unsigned int storedScale() const;
     void runCommandLineRequests();
 
-    void showMetadata();
+    void whenMetadataReceived();
     void whenFormatPicked(const QModelIndex &index);
-    void showProgress(int value);
-    void showDownloadCompleted();
+    void whenProgressReported(int value);
+    void whenVideoDownloaded();
     void whenToolUpdated(QProcess::ExitStatus status);
 
     void activateMenuActions();

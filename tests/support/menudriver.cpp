@@ -9,11 +9,11 @@ MenuDriver::MenuDriver(const QStringList &path)
     : m_path(path)
 {
     m_poll.setInterval(20);
-    connect(&m_poll, &QTimer::timeout, this, &MenuDriver::step);
+    connect(&m_poll, &QTimer::timeout, this, &MenuDriver::whenPollDue);
     m_poll.start();
 }
 
-void MenuDriver::step()
+void MenuDriver::whenPollDue()
 {
     auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
     if (!menu || !menu->isVisible() || menu == m_lastMenu)

@@ -29,7 +29,7 @@ public:
     QHash<QString, bool> checkedStates() const { return m_checked; }
 
 private:
-    void step();
+    void whenPollDue();
 
     QTimer m_poll;
     QStringList m_path;

@@ -16,7 +16,7 @@ ModalCatcher::ModalCatcher(const QList<QMessageBox::StandardButton> &answers, Re
     , m_reach(reach)
 {
     m_poll.setInterval(10);
-    connect(&m_poll, &QTimer::timeout, this, &ModalCatcher::answerOpenDialog);
+    connect(&m_poll, &QTimer::timeout, this, &ModalCatcher::whenPollDue);
     m_poll.start();
 }
 
@@ -25,7 +25,7 @@ bool ModalCatcher::waitForBoxes(int count, int timeoutMs) const
     return QTest::qWaitFor([&] { return m_boxes.size() >= count; }, timeoutMs);
 }
 
-void ModalCatcher::answerOpenDialog()
+void ModalCatcher::whenPollDue()
 {
     QWidget *modal = QApplication::activeModalWidget();
     if (!modal || !modal->isVisible() || modal == m_held)

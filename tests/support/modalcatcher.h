@@ -55,7 +55,7 @@ public:
     bool waitForBoxes(int count, int timeoutMs = 10000) const;
 
 private:
-    void answerOpenDialog();
+    void whenPollDue();
     void answerMessageBox(QMessageBox *box);
     void answerOtherDialog(QWidget *dialog);
     static Box describe(QWidget *dialog);
