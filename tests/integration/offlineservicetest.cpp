@@ -131,19 +131,15 @@ void OfflineServiceTest::init()
         QVERIFY(startService(m_port));
     QVERIFY(outputFiles().isEmpty());
     m_boxes = std::make_unique<ModalCatcher>();
-    m_driver = std::make_unique<KestrelDownloader>(m_info);
-    m_window = std::make_unique<Navigation>(*m_driver, m_info, m_plugins);
-    m_window->showMainWindow();
-    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+    m_window = std::make_unique<WindowDriver>(m_work.path(), m_info);
 }
 
 void OfflineServiceTest::cleanup()
 {
-    m_driver->terminateTool(true);
+    m_window->driver().terminateTool(true);
     // A run killed just now may still report; its box is answered.
-    QVERIFY(QTest::qWaitFor([] { return KestrelDownloader::processObjectCount() == 0; }, 10000));
+    QVERIFY(WindowDriver::waitForRunsToEnd());
     m_window.reset();
-    m_driver.reset();
     m_boxes.reset();
     QDir output(outputFolder());
     for (const QString &name : output.entryList(QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot))
@@ -230,27 +226,9 @@ QList<ProcessProbe::UserProcess> OfflineServiceTest::toolProcesses() const
     return found;
 }
 
-QString OfflineServiceTest::currentPage() const
-{
-    return widget<QStackedWidget>("stackedWidget")->currentWidget()->objectName();
-}
-
-void OfflineServiceTest::enterAddress(const QString &text)
-{
-    QTest::mouseClick(widget<QPushButton>("pushButton_Video"), Qt::LeftButton);
-    auto *edit = widget<QLineEdit>("editURL");
-    edit->clear();
-    QTest::keyClicks(edit, text);
-    QTest::keyClick(edit, Qt::Key_Return);
-}
-
 bool OfflineServiceTest::reachFormats(const QString &address)
 {
-    QSignalSpy formats(m_driver.get(), &KestrelDownloader::haveFormats);
-    enterAddress(address);
-    if (currentPage() != QStringLiteral("page_Formats"))
-        return false;
-    return formats.wait(listingTimeoutMs);
+    return m_window->reachFormats(address, true, listingTimeoutMs) && currentPage() == QStringLiteral("page_Formats");
 }
 
 int OfflineServiceTest::rowOfFormat(quint32 id) const
@@ -261,13 +239,6 @@ int OfflineServiceTest::rowOfFormat(quint32 id) const
             return row;
     }
     return -1;
-}
-
-void OfflineServiceTest::pickRow(int row)
-{
-    auto *table = widget<QTableView>("tableView");
-    const QRect cell = table->visualRect(table->model()->index(row, FormatTableModel::ResolutionColumn));
-    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, cell.center());
 }
 
 QStringList OfflineServiceTest::outputFiles() const

@@ -2,11 +2,11 @@
 
 #include "downloader/kestreldownloader.h"
 #include "downloader/videoinfo.h"
-#include "plugins/plugins.h"
-#include "ui/navigation.h"
+#include "formats/formattablemodel.h"
 
 #include "modalcatcher.h"
 #include "processprobe.h"
+#include "windowdriver.h"
 
 #include <QJsonObject>
 #include <QObject>
@@ -52,7 +52,7 @@ protected:
     // unit below the number (yt-dlp's format_bytes).
     static QString toolSizeText(double bytes);
 
-    KestrelDownloader &driver() { return *m_driver; }
+    KestrelDownloader &driver() { return m_window->driver(); }
     ModalCatcher &boxes() { return *m_boxes; }
     QString serviceLog() const { return m_serviceLog; }
     int servicePort() const { return m_port; }
@@ -66,18 +66,13 @@ protected:
     QList<ProcessProbe::UserProcess> toolProcesses() const;
 
     template <typename Widget>
-    Widget *widget(const char *name) const
-    {
-        auto *found = m_window->findChild<Widget *>(QLatin1String(name));
-        if (!found)
-            qFatal("no widget %s", name);
-        return found;
-    }
-    QString currentPage() const;
-    void enterAddress(const QString &text);
+    Widget *widget(const char *name) const { return m_window->find<Widget>(name); }
+    QString currentPage() const { return m_window->currentPage(); }
+    void enterAddress(const QString &text) { m_window->enterAddress(text); }
+    // Enters address and waits for the format table on the formats page.
     bool reachFormats(const QString &address);
     int rowOfFormat(quint32 id) const;
-    void pickRow(int row);
+    void pickRow(int row) { m_window->pickRow(row, FormatTableModel::ResolutionColumn); }
     QStringList outputFiles() const;
     QStringList streamsOf(const QString &file) const;
 
@@ -92,8 +87,6 @@ private:
     qint64 m_servicePid = 0;
     std::unique_ptr<QProcess> m_service;
     VideoInfo m_info;
-    Plugins m_plugins;
-    std::unique_ptr<KestrelDownloader> m_driver;
-    std::unique_ptr<Navigation> m_window;
     std::unique_ptr<ModalCatcher> m_boxes;
+    std::unique_ptr<WindowDriver> m_window;
 };

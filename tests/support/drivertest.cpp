@@ -4,7 +4,7 @@
 #include "downloader/filesetup.h"
 #include "downloader/kestreldownloader.h"
 
-#include "processprobe.h"
+#include "windowdriver.h"
 
 #include <QDir>
 #include <QFile>
@@ -35,7 +35,7 @@ void DriverTest::cleanup()
     // Leave no tool running, and no run that could still report, for the next case.
     KestrelDownloader quietDriver(*m_info);
     quietDriver.terminateTool(true);
-    QVERIFY(QTest::qWaitFor([] { return KestrelDownloader::processObjectCount() == 0; }, 10000));
+    QVERIFY(WindowDriver::waitForRunsToEnd());
 }
 
 void DriverTest::useScenario(const QString &kind, const FakeTool::Behaviour &behaviour)
@@ -64,11 +64,6 @@ void DriverTest::waitForInvocations(int count)
 QString DriverTest::toolInDataFolder()
 {
     return dataFolder() + QLatin1Char('/') + Platform::toolFileName();
-}
-
-bool DriverTest::isAlive(qint64 pid)
-{
-    return ProcessProbe::exists(pid);
 }
 
 FakeTool::Behaviour DriverTest::printing(const QString &text, int exitCode)

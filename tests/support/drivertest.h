@@ -34,7 +34,6 @@ protected:
     void waitForInvocations(int count);
 
     static QString toolInDataFolder();
-    static bool isAlive(qint64 pid);
     static FakeTool::Behaviour printing(const QString &text, int exitCode = 0);
     static FakeTool::Behaviour hanging();
     static FakeTool::Behaviour crashing(int signal = SIGSEGV);

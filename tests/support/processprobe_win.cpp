@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 
 #include <windows.h>
 #include <psapi.h>
@@ -36,6 +37,26 @@ struct HandleList
     ULONG_PTR reserved;
     HandleEntry handles[1];
 };
+
+// Every process the system lists, or nothing when it would not say.
+std::optional<QList<PROCESSENTRY32W>> readProcessTable()
+{
+    const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    if (snapshot == INVALID_HANDLE_VALUE)
+        return std::nullopt;
+    QList<PROCESSENTRY32W> table;
+    PROCESSENTRY32W entry;
+    entry.dwSize = sizeof(entry);
+    for (BOOL more = ::Process32FirstW(snapshot, &entry); more; more = ::Process32NextW(snapshot, &entry))
+        table << entry;
+    ::CloseHandle(snapshot);
+    return table;
+}
+
+QList<PROCESSENTRY32W> processTable()
+{
+    return readProcessTable().value_or(QList<PROCESSENTRY32W>());
+}
 
 } // namespace
 
@@ -87,47 +108,32 @@ int openHandles()
 
 qint64 parentOf(qint64 pid)
 {
-    const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
-    if (snapshot == INVALID_HANDLE_VALUE)
-        return -1;
-    qint64 parent = -1;
-    PROCESSENTRY32W entry;
-    entry.dwSize = sizeof(entry);
-    for (BOOL more = ::Process32FirstW(snapshot, &entry); more; more = ::Process32NextW(snapshot, &entry)) {
+    for (const PROCESSENTRY32W &entry : processTable()) {
         if (qint64(entry.th32ProcessID) == pid)
-            parent = qint64(entry.th32ParentProcessID);
+            return qint64(entry.th32ParentProcessID);
     }
-    ::CloseHandle(snapshot);
-    return parent;
+    return -1;
 }
 
 int childProcesses()
 {
-    const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
-    if (snapshot == INVALID_HANDLE_VALUE)
+    const std::optional<QList<PROCESSENTRY32W>> table = readProcessTable();
+    if (!table)
         return -1;
     const DWORD self = ::GetCurrentProcessId();
     int children = 0;
-    PROCESSENTRY32W entry;
-    entry.dwSize = sizeof(entry);
-    for (BOOL more = ::Process32FirstW(snapshot, &entry); more; more = ::Process32NextW(snapshot, &entry)) {
+    for (const PROCESSENTRY32W &entry : *table) {
         if (entry.th32ParentProcessID == self)
             ++children;
     }
-    ::CloseHandle(snapshot);
     return children;
 }
 
 QList<qint64> runningProcessesOf(const QString &executable)
 {
-    QList<qint64> found;
-    const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
-    if (snapshot == INVALID_HANDLE_VALUE)
-        return found;
     const QString wanted = QDir::toNativeSeparators(QFileInfo(executable).absoluteFilePath());
-    PROCESSENTRY32W entry;
-    entry.dwSize = sizeof(entry);
-    for (BOOL more = ::Process32FirstW(snapshot, &entry); more; more = ::Process32NextW(snapshot, &entry)) {
+    QList<qint64> found;
+    for (const PROCESSENTRY32W &entry : processTable()) {
         const HANDLE process = ::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, entry.th32ProcessID);
         if (process == nullptr)
             continue;
@@ -140,7 +146,6 @@ QList<qint64> runningProcessesOf(const QString &executable)
         }
         ::CloseHandle(process);
     }
-    ::CloseHandle(snapshot);
     return found;
 }
 

@@ -96,14 +96,14 @@ void WindowDriver::setAddress(const QString &text)
     QTest::keyClick(edit, Qt::Key_Return);
 }
 
-bool WindowDriver::reachFormats(const QString &address, bool typed)
+bool WindowDriver::reachFormats(const QString &address, bool typed, int timeoutMs)
 {
     QSignalSpy formats(&m_driver, &KestrelDownloader::haveFormats);
     if (typed)
         enterAddress(address);
     else
         setAddress(address);
-    return formats.wait(10000);
+    return formats.wait(timeoutMs);
 }
 
 void WindowDriver::pickRow(int row, int column)

@@ -54,7 +54,8 @@ public:
     // the field's undo history), then Enter.
     void setAddress(const QString &text);
     // Enters an address and waits for the format table; false on time-out.
-    bool reachFormats(const QString &address = QStringLiteral("https://www.youtube.com/watch?v=abc"), bool typed = true);
+    bool reachFormats(const QString &address = QStringLiteral("https://www.youtube.com/watch?v=abc"), bool typed = true,
+                      int timeoutMs = 10000);
     void pickRow(int row, int column = 2);
 
     static FakeTool::Behaviour printing(const QString &text);

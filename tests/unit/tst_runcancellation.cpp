@@ -65,7 +65,7 @@ void TestRunCancellation::cancelAndCrashCodes()
     if (cancel) {
         waitForInvocations(1);
         const qint64 pid = invocations().first().pid;
-        QVERIFY(isAlive(pid));
+        QVERIFY(ProcessProbe::exists(pid));
         driver.terminateTool(false);
         // The stop waits for the tool to end.
         QVERIFY(!ProcessProbe::isRunning(pid));
@@ -133,7 +133,7 @@ void TestRunCancellation::toolThatIgnoresTheStopIsKilled()
     QVERIFY(failure.wait());
     // Only the kill that follows the stop ended it: a crash exit.
     QCOMPARE(failure.first().first().value<KestrelDownloader::errorType>(), KestrelDownloader::metadataCrashed);
-    QVERIFY(!isAlive(hung));
+    QVERIFY(!ProcessProbe::exists(hung));
 }
 
 void TestRunCancellation::downloadKillsOtherRunsQuietly()
@@ -154,7 +154,7 @@ void TestRunCancellation::downloadKillsOtherRunsQuietly()
     QCOMPARE(failure.first().first().value<KestrelDownloader::errorType>(), KestrelDownloader::metadataTooFewLines);
     // The download may already be done by now.
     QTRY_COMPARE(video.size(), 1);
-    QVERIFY(!isAlive(hung));
+    QVERIFY(!ProcessProbe::exists(hung));
 }
 
 KESTREL_TEST_MAIN(TestRunCancellation)

@@ -77,12 +77,12 @@ void TestToolKillRule::scriptToolAndItsChildrenAreKilled()
     QVERIFY(pidFile.open(QIODevice::ReadOnly));
     const qint64 child = pidFile.readAll().trimmed().toLongLong();
     QVERIFY(child > 0);
-    QVERIFY(isAlive(child));
+    QVERIFY(ProcessProbe::exists(child));
 
     driver.terminateTool(false);
     QVERIFY(failure.wait());
     QCOMPARE(failure.first().first().value<KestrelDownloader::errorType>(), KestrelDownloader::metadataCancelled);
-    QTRY_VERIFY(!isAlive(child));
+    QTRY_VERIFY(!ProcessProbe::exists(child));
 #endif
 }
 

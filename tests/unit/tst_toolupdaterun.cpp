@@ -93,7 +93,7 @@ void TestToolUpdateRun::updateIgnoresCancelFlagAndKillsNothing()
 
     driver.updateBinary(false);
     QVERIFY(result.wait());
-    QVERIFY(isAlive(hung));
+    QVERIFY(ProcessProbe::exists(hung));
 
     driver.terminateTool(false);
     QVERIFY(failure.wait());
@@ -134,7 +134,7 @@ void TestToolUpdateRun::updateRunsBesideADownload()
     QCOMPARE(result.first().first().value<QProcess::ExitStatus>(), QProcess::NormalExit);
     QCOMPARE(invocationsOf(FakeTool::Kind::update()).size(), 1);
     QCOMPARE(video.size(), 0);
-    QVERIFY(isAlive(downloading));
+    QVERIFY(ProcessProbe::exists(downloading));
 
     QVERIFY(video.wait());
     QCOMPARE(failure.size(), 0);
