@@ -58,6 +58,9 @@ void checkAndSetupFiles(VideoInfo &info)
         Log::ok("data dir", data);
     else
         LOG_ERROR_AS(here) << "data dir" << data;
+    // The tool's log, its state and the user's tool options live here, and
+    // may name cookies, proxies and passwords: only the user may look in.
+    QFile::setPermissions(data, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 
     QSettings &settings = info.settings();
     Settings::writeIfChanged(settings, Settings::versionNumberKey(), Identity::applicationVersion());

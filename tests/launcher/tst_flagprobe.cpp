@@ -225,7 +225,7 @@ void TestFlagProbe::launchersFlagsComeFirst()
     Installation installation;
     QScopedPointer<RawRun> run(installation.start(downloadArguments()));
     QVERIFY(run->wait());
-    QCOMPARE(installation.invocations().last(), launcherPrefix + withoutProgressDelta(downloadArguments()));
+    QCOMPARE(installation.invocations().last(), launcherPrefix + withVideoAfterOptions(withoutProgressDelta(downloadArguments())));
 }
 
 void TestFlagProbe::hungProbeIsAbandoned()

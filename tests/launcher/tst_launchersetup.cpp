@@ -48,6 +48,7 @@ class TestLauncherSetup : public QObject
 private slots:
     void toolErrorsAreLogged();
     void upgradedApplicationBringsFreshCopies();
+    void folderOfAnotherProgramBringsNoCopies();
     void ffmpegThatDoesNotStartIsNeverUsed();
     void userOptionsReachTheTool();
     void brokenOptionsFileChangesNothing_data();
@@ -55,6 +56,7 @@ private slots:
     void missingToolIsReported_data();
     void missingToolIsReported();
     void toolIsFoundOnPath();
+    void emptyPathEntryIsNotTheCurrentFolder();
     void buildTreeHasToolAndFfmpegBesideExecutable();
 };
 
@@ -91,12 +93,21 @@ void TestLauncherSetup::upgradedApplicationBringsFreshCopies()
     writeScript(application + QStringLiteral("/kestreldl2"), newLauncher);
     const QByteArray newFfmpeg = "#!/bin/sh\necho 'ffmpeg version 7.1 Copyright (c) the FFmpeg developers'\n";
     writeScript(application + QStringLiteral("/ffmpeg"), newFfmpeg);
+    // The application starts the launcher from that folder and names itself
+    // in KESTREL_APP_PID: here a shell copied there does.
+    const QString shell = application + QStringLiteral("/kestrel-downloader");
+    QVERIFY(QFile::copy(QStringLiteral("/bin/bash"), shell));
     installation.environment().insert(QStringLiteral("KESTREL_APP_DIR"), application);
 
     const QStringList arguments{QStringLiteral("--ffmpeg-location"), installation.dataFolder(),
                                 QStringLiteral("https://x.invalid/watch?v=k")};
     for (int round = 1; round <= 2; ++round) {
-        QScopedPointer<RawRun> run(installation.start(arguments));
+        QScopedPointer<RawRun> run(new RawRun(shell,
+                                              QStringList{QStringLiteral("-c"),
+                                                          QStringLiteral("KESTREL_APP_PID=$$ \"$0\" \"$@\"; exit $?"),
+                                                          installation.launcher()}
+                                                  + arguments,
+                                              installation.environment(), installation.path(QString())));
         QVERIFY(run->wait());
         QCOMPARE(run->exitCode(), 0);
         QCOMPARE(readAll(installation.launcher()), newLauncher);
@@ -106,6 +117,28 @@ void TestLauncherSetup::upgradedApplicationBringsFreshCopies()
     }
     const QByteArray log = readAll(installation.dataFolder() + QStringLiteral("/kestreldl2.log"));
     QCOMPARE(log.count("kestreldl2: took the launcher of " + QFile::encodeName(application) + '\n'), 1);
+}
+
+// KESTREL_APP_DIR alone, from an environment someone else made, names any
+// folder: only the folder of the application that started the launcher
+// gives it new copies.
+void TestLauncherSetup::folderOfAnotherProgramBringsNoCopies()
+{
+    Installation installation;
+    const QByteArray launcher = readAll(installation.launcher());
+    const QString elsewhere = installation.path(QStringLiteral("elsewhere"));
+    writeScript(elsewhere + QStringLiteral("/kestreldl2"), "#!/bin/sh\necho planted > planted.txt\n");
+    installation.environment().insert(QStringLiteral("KESTREL_APP_DIR"), elsewhere);
+    // This test program is running, but not from that folder.
+    installation.environment().insert(QStringLiteral("KESTREL_APP_PID"), QString::number(QCoreApplication::applicationPid()));
+    QScopedPointer<RawRun> run(installation.start(titleRun()));
+    QVERIFY(run->wait());
+    QCOMPARE(run->exitCode(), 0);
+    QCOMPARE(readAll(installation.launcher()), launcher);
+    const QByteArray log = readAll(installation.dataFolder() + QStringLiteral("/kestreldl2.log"));
+    QVERIFY2(log.contains("KESTREL_APP_DIR names " + QFile::encodeName(elsewhere)
+                          + ", which is not the folder of the application KESTREL_APP_PID names"),
+             log.constData());
 }
 
 void TestLauncherSetup::ffmpegThatDoesNotStartIsNeverUsed()
@@ -232,6 +265,26 @@ void TestLauncherSetup::toolIsFoundOnPath()
     QVERIFY(found->wait());
     QCOMPARE(found->exitCode(), 5);
     QCOMPARE(installation.lastInvocation(), withoutProgressDelta(downloadArguments()));
+}
+
+// An empty entry of PATH means the current folder to the shell; a yt-dlp
+// left in whatever folder the launcher is started from is not run.
+void TestLauncherSetup::emptyPathEntryIsNotTheCurrentFolder()
+{
+    Installation installation;
+    installation.environment().remove(QStringLiteral("KESTREL_YTDLP"));
+    // The runs start in the installation's folder.
+    QVERIFY(QFile::copy(installation.fake(), installation.path(QStringLiteral("yt-dlp"))));
+    const QString empty = installation.path(QStringLiteral("empty"));
+    QVERIFY(QDir().mkpath(empty));
+    for (const QString &path : {QStringLiteral(":") + empty, empty + QStringLiteral("::"), QStringLiteral(".:") + empty}) {
+        installation.environment().insert(QStringLiteral("PATH"), path);
+        QScopedPointer<RawRun> run(installation.start(downloadArguments()));
+        QVERIFY(run->wait());
+        QCOMPARE(run->exitCode(), 127);
+        QVERIFY2(run->err().contains(missingNote), run->err().constData());
+        QVERIFY(installation.invocations().isEmpty());
+    }
 }
 
 void TestLauncherSetup::buildTreeHasToolAndFfmpegBesideExecutable()

@@ -5,7 +5,10 @@
 #include "dearmor.h"
 #include "jsruntime.h"
 #include "releasekey.h"
+#include "signature.h"
+#include "toolversion.h"
 
+#include <QDateTime>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -60,6 +63,10 @@ private slots:
     void oneFileSumIsRead();
     void runtimeVersionsAreJudged_data();
     void runtimeVersionsAreJudged();
+    void keyringVariableAddsToTheReleaseKey();
+    void toolVersionsAreOrdered_data();
+    void toolVersionsAreOrdered();
+    void toolVersionNamesItsDay();
 };
 
 void TestReleaseFiles::shippedKeyIsTheToolsReleaseKey()
@@ -199,6 +206,77 @@ void TestReleaseFiles::runtimeVersionsAreJudged()
     QFETCH(QString, answer);
     QFETCH(bool, newEnough);
     QCOMPARE(Launcher::isRuntimeNewEnough(runtime.toStdString(), answer.toStdString()), newEnough);
+}
+
+// KESTREL_TOOL_KEYRING brings a test's or a mirror's key; the keyring gpgv
+// gets still holds the tool's own release key.
+void TestReleaseFiles::keyringVariableAddsToTheReleaseKey()
+{
+    QTemporaryDir home;
+    QVERIFY(home.isValid());
+    QProcess generate;
+    generate.start(QStringLiteral("gpg"), {QStringLiteral("--homedir"), home.path(), QStringLiteral("--batch"),
+                                           QStringLiteral("--passphrase"), QString(), QStringLiteral("--quick-gen-key"),
+                                           QStringLiteral("Mirror <mirror@example.invalid>"), QStringLiteral("ed25519"),
+                                           QStringLiteral("sign"), QStringLiteral("never")});
+    QVERIFY(generate.waitForFinished(60000));
+    QCOMPARE(generate.exitCode(), 0);
+    const QByteArray mirrorKey = runGpg(home, {QStringLiteral("--armor"), QStringLiteral("--export")}, {});
+    QVERIFY(mirrorKey.startsWith("-----BEGIN PGP PUBLIC KEY BLOCK-----"));
+    const QString keyFile = home.filePath(QStringLiteral("mirror.asc"));
+    QFile file(keyFile);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(mirrorKey);
+    file.close();
+
+    qputenv("KESTREL_TOOL_KEYRING", QFile::encodeName(keyFile));
+    std::string problem;
+    const std::optional<std::string> keys = Launcher::acceptedReleaseKeys(&problem);
+    qunsetenv("KESTREL_TOOL_KEYRING");
+    QVERIFY2(keys, problem.c_str());
+    const QByteArray listing = runGpg(home, {QStringLiteral("--with-colons"), QStringLiteral("--show-keys")},
+                                      QByteArray::fromStdString(*keys));
+    QVERIFY2(listing.contains(QByteArray("\nfpr:::::::::") + releaseKeyFingerprint + ':'), listing.constData());
+    QVERIFY2(listing.contains("Mirror <mirror@example.invalid>"), listing.constData());
+
+    qputenv("KESTREL_TOOL_KEYRING", QFile::encodeName(home.filePath(QStringLiteral("missing.asc"))));
+    QVERIFY(!Launcher::acceptedReleaseKeys(&problem));
+    qunsetenv("KESTREL_TOOL_KEYRING");
+    QVERIFY(problem.find("holds no OpenPGP key") != std::string::npos);
+}
+
+void TestReleaseFiles::toolVersionsAreOrdered_data()
+{
+    QTest::addColumn<QByteArray>("first");
+    QTest::addColumn<QByteArray>("second");
+    QTest::addColumn<bool>("older");
+    QTest::newRow("earlier day") << QByteArray("2026.10.26") << QByteArray("2026.11.01") << true;
+    QTest::newRow("later day") << QByteArray("2026.11.01") << QByteArray("2026.10.26") << false;
+    QTest::newRow("same") << QByteArray("2026.10.26") << QByteArray("2026.10.26") << false;
+    QTest::newRow("numbers, not text") << QByteArray("2026.9.30") << QByteArray("2026.10.01") << true;
+    QTest::newRow("build of the same day") << QByteArray("2026.10.26") << QByteArray("2026.10.26.232815") << true;
+    QTest::newRow("earlier year") << QByteArray("2025.12.31") << QByteArray("2026.01.01") << true;
+    QTest::newRow("nothing yet") << QByteArray("2026.10.26") << QByteArray() << false;
+    QTest::newRow("not a version") << QByteArray("yt-dlp 2026.10.26") << QByteArray("2027.01.01") << false;
+    QTest::newRow("not a date") << QByteArray("1.2.3") << QByteArray("2026.01.01") << false;
+}
+
+void TestReleaseFiles::toolVersionsAreOrdered()
+{
+    QFETCH(QByteArray, first);
+    QFETCH(QByteArray, second);
+    QFETCH(bool, older);
+    QCOMPARE(Launcher::ToolVersion::isOlder(first.toStdString(), second.toStdString()), older);
+}
+
+void TestReleaseFiles::toolVersionNamesItsDay()
+{
+    QCOMPARE(Launcher::ToolVersion::releaseDay("2000.01.02"), std::optional<std::time_t>(946771200));
+    QCOMPARE(Launcher::ToolVersion::releaseDay("2026.10.26.232815"),
+             std::optional<std::time_t>(QDateTime(QDate(2026, 10, 26), QTime(0, 0), Qt::UTC).toSecsSinceEpoch()));
+    QCOMPARE(Launcher::ToolVersion::releaseDay("2024.02.29"),
+             std::optional<std::time_t>(QDateTime(QDate(2024, 2, 29), QTime(0, 0), Qt::UTC).toSecsSinceEpoch()));
+    QCOMPARE(Launcher::ToolVersion::releaseDay("2026.13.01"), std::optional<std::time_t>());
 }
 
 QTEST_GUILESS_MAIN(TestReleaseFiles)

@@ -3,11 +3,8 @@
 // with a throw-away key. The "release" is a small script that answers
 // --version with its version and records every other command line.
 
-#include "localreleasefeed.h"
-#include "testfiles.h"
-#include "testsandbox.h"
+#include "toolinstalltest.h"
 
-#include <QApplication>
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
@@ -16,57 +13,15 @@
 #include <QProcessEnvironment>
 #include <QRegularExpression>
 #include <QTcpServer>
-#include <QTemporaryDir>
 #include <QTest>
-
-#include <memory>
-
-namespace {
-
-const char toolAsset[] = "yt-dlp_linux";
 
 using TestFiles::readAll;
 
-void writeFile(const QString &path, const QByteArray &content, bool executable = false)
-{
-    if (!TestFiles::writeFile(path, content, executable))
-        qFatal("cannot write %s", qPrintable(path));
-}
-
-// The system's yt-dlp on PATH, which the launcher falls back to.
-QByteArray systemTool()
-{
-    return "#!/bin/bash\n"
-           "if [ \"$*\" = --version ]; then echo 2023.03.04; exit 0; fi\n"
-           "url=\n"
-           "for arg in \"$@\"; do case \"$arg\" in https://*) url=$arg ;; esac; done\n"
-           "if [ -z \"$url\" ]; then echo 'yt-dlp: error: You must provide at least one URL.' >&2; exit 2; fi\n"
-           "(IFS=$'\\x1f'; printf '%s\\n' \"system$IFS$*\") >> \"$FAKE_RECORD\"\n";
-}
-
-struct RunResult
-{
-    bool finished = false;
-    QProcess::ExitStatus status = QProcess::NormalExit;
-    int exitCode = -1;
-    QByteArray out;
-    QByteArray err;
-
-    bool crashed() const { return finished && status == QProcess::CrashExit; }
-    bool succeeded() const { return finished && status == QProcess::NormalExit && exitCode == 0; }
-};
-
-} // namespace
-
-class TestToolInstall : public QObject
+class TestToolInstall : public ToolInstallTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
-
     void firstInstallBringsToolAndRuntime();
     void newerReleaseReplacesTheCopy();
     void sameReleaseIsNotDownloadedAgain();
@@ -84,130 +39,7 @@ private slots:
     void staleCopyIsRefreshedBesideTheRun();
     void userConfigCannotChangeOutput();
     void outputIsUtf8WhateverTheLocale();
-
-private:
-    QString path(const QString &name) const { return m_root->filePath(name); }
-    QString dataFolder() const { return path(QStringLiteral("data")); }
-    QString launcher() const { return path(QStringLiteral("data/kestreldl2")); }
-    QString fakeBin() const { return path(QStringLiteral("bin")); }
-    QString recordPath() const { return path(QStringLiteral("record")); }
-    void setSystemNode(const QByteArray &versionLine);
-
-    QProcess *startLauncher(const QStringList &arguments, const QProcessEnvironment &environment);
-    RunResult runLauncher(const QStringList &arguments, const QProcessEnvironment &environment);
-    RunResult runLauncher(const QStringList &arguments) { return runLauncher(arguments, m_environment); }
-    RunResult update() { return runLauncher({QStringLiteral("--update")}); }
-
-    QStringList dataFiles() const;
-    QStringList scratchFiles() const;
-    QList<QStringList> recordedRuns() const;
-    QByteArray installedTool() const { return readAll(dataFolder() + QLatin1Char('/') + QLatin1String(toolAsset)); }
-    void installRelease(const QString &version);
-
-    TestSandbox m_sandbox;
-    TestSigningKeys m_keys;
-    std::unique_ptr<QTemporaryDir> m_root;
-    std::unique_ptr<LocalReleaseFeed> m_feed;
-    QProcessEnvironment m_environment;
 };
-
-void TestToolInstall::initTestCase()
-{
-    QVERIFY(m_keys.isValid());
-}
-
-void TestToolInstall::init()
-{
-    m_root = std::make_unique<QTemporaryDir>();
-    QVERIFY(m_root->isValid());
-    QVERIFY(QDir().mkpath(dataFolder()));
-    QVERIFY(QFile::copy(QStringLiteral(KESTREL_LAUNCHER_PATH), launcher()));
-    m_feed = std::make_unique<LocalReleaseFeed>(m_keys, path(QStringLiteral("feed")));
-
-    writeFile(fakeBin() + QStringLiteral("/yt-dlp"), systemTool(), true);
-    // Debian bookworm's Node: too old for the tool.
-    setSystemNode("v18.19.0");
-    QVERIFY(m_feed->publishTool(ReleaseScripts::tool(QStringLiteral("2026.11.01"))));
-    QVERIFY(m_feed->publishRuntime("deno 2.5.6 (stable, release, x86_64-unknown-linux-gnu)"));
-
-    m_environment = QProcessEnvironment::systemEnvironment();
-    m_environment.remove(QStringLiteral("KESTREL_YTDLP"));
-    m_environment.insert(QStringLiteral("PATH"),
-                         fakeBin() + QLatin1Char(':') + m_environment.value(QStringLiteral("PATH")));
-    m_environment.insert(QStringLiteral("KESTREL_TOOL_KEYRING"), m_keys.releaseKeyFile());
-    m_environment.insert(QStringLiteral("FAKE_RECORD"), recordPath());
-    QVERIFY(m_feed->start());
-    m_environment.insert(QStringLiteral("KESTREL_TOOL_FEED"), m_feed->address());
-    m_environment.insert(QStringLiteral("KESTREL_JS_RUNTIME_FEED"), m_feed->address());
-}
-
-void TestToolInstall::cleanup()
-{
-    m_feed.reset();
-    m_root.reset();
-}
-
-void TestToolInstall::setSystemNode(const QByteArray &versionLine)
-{
-    writeFile(fakeBin() + QStringLiteral("/node"), ReleaseScripts::answering(versionLine), true);
-}
-
-QProcess *TestToolInstall::startLauncher(const QStringList &arguments, const QProcessEnvironment &environment)
-{
-    auto *process = new QProcess(this);
-    process->setProcessEnvironment(environment);
-    process->setWorkingDirectory(dataFolder());
-    process->start(launcher(), arguments);
-    return process;
-}
-
-RunResult TestToolInstall::runLauncher(const QStringList &arguments, const QProcessEnvironment &environment)
-{
-    std::unique_ptr<QProcess> process(startLauncher(arguments, environment));
-    RunResult result;
-    result.finished = process->waitForFinished(120000);
-    result.status = process->exitStatus();
-    result.exitCode = process->exitCode();
-    result.out = process->readAllStandardOutput();
-    result.err = process->readAllStandardError();
-    if (!result.finished) {
-        process->kill();
-        process->waitForFinished();
-    }
-    return result;
-}
-
-QStringList TestToolInstall::dataFiles() const
-{
-    return QDir(dataFolder()).entryList(QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
-}
-
-QStringList TestToolInstall::scratchFiles() const
-{
-    return dataFiles().filter(QRegularExpression(QStringLiteral("^\\.kestreldl2-")));
-}
-
-QList<QStringList> TestToolInstall::recordedRuns() const
-{
-    QList<QStringList> runs;
-    for (const QByteArray &line : readAll(recordPath()).split('\n')) {
-        if (line.isEmpty())
-            continue;
-        QStringList arguments;
-        for (const QByteArray &argument : line.split('\x1f'))
-            arguments << QString::fromUtf8(argument);
-        runs << arguments;
-    }
-    return runs;
-}
-
-void TestToolInstall::installRelease(const QString &version)
-{
-    QVERIFY(m_feed->publishTool(ReleaseScripts::tool(version)));
-    const RunResult result = update();
-    QVERIFY2(result.succeeded(), result.err.constData());
-    QCOMPARE(installedTool(), ReleaseScripts::tool(version));
-}
 
 void TestToolInstall::firstInstallBringsToolAndRuntime()
 {
@@ -220,7 +52,7 @@ void TestToolInstall::firstInstallBringsToolAndRuntime()
              ReleaseScripts::answering("deno 2.5.6 (stable, release, x86_64-unknown-linux-gnu)"));
     QVERIFY(QFileInfo(dataFolder() + QStringLiteral("/deno")).isExecutable());
     QVERIFY(QFileInfo(dataFolder() + QLatin1Char('/') + QLatin1String(toolAsset)).isExecutable());
-    QCOMPARE(m_feed->requests(), QStringList({QStringLiteral("GET SHA2-256SUMS"), QStringLiteral("GET SHA2-256SUMS.sig"),
+    QCOMPARE(feed().requests(), QStringList({QStringLiteral("GET SHA2-256SUMS"), QStringLiteral("GET SHA2-256SUMS.sig"),
                                           QStringLiteral("GET yt-dlp_linux"),
                                           QStringLiteral("GET deno-x86_64-unknown-linux-gnu.zip.sha256sum"),
                                           QStringLiteral("GET deno-x86_64-unknown-linux-gnu.zip")}));
@@ -233,7 +65,7 @@ void TestToolInstall::firstInstallBringsToolAndRuntime()
 void TestToolInstall::newerReleaseReplacesTheCopy()
 {
     installRelease(QStringLiteral("2026.11.01"));
-    QVERIFY(m_feed->publishTool(ReleaseScripts::tool(QStringLiteral("2026.11.20"))));
+    QVERIFY(feed().publishTool(ReleaseScripts::tool(QStringLiteral("2026.11.20"))));
     const RunResult result = update();
     QVERIFY2(result.succeeded(), result.err.constData());
     QCOMPARE(result.out, QByteArray("installed yt-dlp_linux 2026.11.20; deno is up to date\n"));
@@ -249,11 +81,11 @@ void TestToolInstall::newerReleaseReplacesTheCopy()
 void TestToolInstall::sameReleaseIsNotDownloadedAgain()
 {
     installRelease(QStringLiteral("2026.11.01"));
-    m_feed->forgetRequests();
+    feed().forgetRequests();
     const RunResult result = update();
     QVERIFY2(result.succeeded(), result.err.constData());
     QCOMPARE(result.out, QByteArray("yt-dlp_linux is up to date; deno is up to date\n"));
-    QCOMPARE(m_feed->requests(), QStringList({QStringLiteral("GET SHA2-256SUMS"), QStringLiteral("GET SHA2-256SUMS.sig"),
+    QCOMPARE(feed().requests(), QStringList({QStringLiteral("GET SHA2-256SUMS"), QStringLiteral("GET SHA2-256SUMS.sig"),
                                           QStringLiteral("GET deno-x86_64-unknown-linux-gnu.zip.sha256sum")}));
     QVERIFY(!QFileInfo::exists(dataFolder() + QStringLiteral("/yt-dlp_linux.previous")));
 }
@@ -289,29 +121,29 @@ void TestToolInstall::badReleaseIsRefused()
     const QStringList filesBefore = dataFiles();
 
     const QByteArray newer = ReleaseScripts::tool(QStringLiteral("2026.11.20"));
-    const QString feedAsset = m_feed->folder() + QLatin1Char('/') + QLatin1String(toolAsset);
+    const QString feedAsset = feed().folder() + QLatin1Char('/') + QLatin1String(toolAsset);
     if (damage == QLatin1String("asset")) {
-        QVERIFY(m_feed->publishTool(newer));
+        QVERIFY(feed().publishTool(newer));
         writeFile(feedAsset, newer + "# and something else\n");
     } else if (damage == QLatin1String("sums")) {
-        QVERIFY(m_feed->publishTool(newer));
-        QFile sums(m_feed->folder() + QStringLiteral("/SHA2-256SUMS"));
+        QVERIFY(feed().publishTool(newer));
+        QFile sums(feed().folder() + QStringLiteral("/SHA2-256SUMS"));
         QVERIFY(sums.open(QIODevice::Append));
         sums.write(QByteArray(64, 'f') + "  yt-dlp_linux_armv7l\n");
     } else if (damage == QLatin1String("other key")) {
-        QVERIFY(m_feed->publishTool(newer));
-        QVERIFY(m_feed->signSums(TestSigningKeys::Signer::Stranger));
+        QVERIFY(feed().publishTool(newer));
+        QVERIFY(feed().signSums(TestSigningKeys::Signer::Stranger));
     } else if (damage == QLatin1String("no signature")) {
-        QVERIFY(m_feed->publishTool(newer));
-        QVERIFY(QFile::remove(m_feed->folder() + QStringLiteral("/SHA2-256SUMS.sig")));
+        QVERIFY(feed().publishTool(newer));
+        QVERIFY(QFile::remove(feed().folder() + QStringLiteral("/SHA2-256SUMS.sig")));
     } else if (damage == QLatin1String("no line")) {
-        QVERIFY(m_feed->publishTool(newer, false));
+        QVERIFY(feed().publishTool(newer, false));
     } else if (damage == QLatin1String("truncated")) {
-        QVERIFY(m_feed->publishTool(newer));
-        m_feed->setBehaviour(QLatin1String(toolAsset), QStringLiteral("truncate"));
+        QVERIFY(feed().publishTool(newer));
+        feed().setBehaviour(QLatin1String(toolAsset), QStringLiteral("truncate"));
     } else if (damage == QLatin1String("runtime")) {
-        QVERIFY(m_feed->publishRuntime("deno 2.6.0 (stable, release, x86_64-unknown-linux-gnu)"));
-        QFile archive(m_feed->folder() + QLatin1Char('/') + QLatin1String(LocalReleaseFeed::runtimeArchive()));
+        QVERIFY(feed().publishRuntime("deno 2.6.0 (stable, release, x86_64-unknown-linux-gnu)"));
+        QFile archive(feed().folder() + QLatin1Char('/') + QLatin1String(LocalReleaseFeed::runtimeArchive()));
         QVERIFY(archive.open(QIODevice::Append));
         archive.write("appended");
     }
@@ -334,7 +166,7 @@ void TestToolInstall::unreachableFeedEndsAsCrashAndWaitsAnHour()
     QVERIFY(closed.listen(QHostAddress::LocalHost));
     const quint16 closedPort = closed.serverPort();
     closed.close();
-    QProcessEnvironment offline = m_environment;
+    QProcessEnvironment offline = environment();
     offline.insert(QStringLiteral("KESTREL_TOOL_FEED"), QStringLiteral("http://127.0.0.1:%1/").arg(closedPort));
 
     const RunResult result = runLauncher({QStringLiteral("--update")}, offline);
@@ -347,10 +179,10 @@ void TestToolInstall::unreachableFeedEndsAsCrashAndWaitsAnHour()
     // does not try again within the hour, even once the feed is back.
     QVERIFY(QFile::remove(dataFolder() + QLatin1Char('/') + QLatin1String(toolAsset)));
     const QStringList videoRun{QStringLiteral("--get-title"), QStringLiteral("https://youtu.be/kestrel")};
-    m_feed->forgetRequests();
+    feed().forgetRequests();
     QVERIFY(runLauncher(videoRun, offline).succeeded());
     QVERIFY(runLauncher(videoRun).succeeded());
-    QVERIFY(m_feed->requests().isEmpty());
+    QVERIFY(feed().requests().isEmpty());
     QCOMPARE(recordedRuns().size(), 2);
     QCOMPARE(recordedRuns().at(0).value(0), QStringLiteral("system"));
     QCOMPARE(recordedRuns().at(1).value(0), QStringLiteral("system"));
@@ -369,9 +201,9 @@ void TestToolInstall::unreachableFeedEndsAsCrashAndWaitsAnHour()
 
 void TestToolInstall::plainHttpFeedIsRefused()
 {
-    QProcessEnvironment environment = m_environment;
-    environment.insert(QStringLiteral("KESTREL_TOOL_FEED"), QStringLiteral("http://127.example.invalid/"));
-    const RunResult result = runLauncher({QStringLiteral("--update")}, environment);
+    QProcessEnvironment changed = environment();
+    changed.insert(QStringLiteral("KESTREL_TOOL_FEED"), QStringLiteral("http://127.example.invalid/"));
+    const RunResult result = runLauncher({QStringLiteral("--update")}, changed);
     QVERIFY(result.crashed());
     QCOMPARE(result.err, QByteArray("kestreldl2: update refused: SHA2-256SUMS: not an HTTPS address: "
                                     "http://127.example.invalid/SHA2-256SUMS\n"));
@@ -381,7 +213,7 @@ void TestToolInstall::plainHttpFeedIsRefused()
 void TestToolInstall::newCopyThatDoesNotRunIsRolledBack()
 {
     installRelease(QStringLiteral("2026.11.01"));
-    QVERIFY(m_feed->publishTool(ReleaseScripts::tool(QStringLiteral("2026.11.20"), true)));
+    QVERIFY(feed().publishTool(ReleaseScripts::tool(QStringLiteral("2026.11.20"), true)));
     const RunResult result = update();
     QVERIFY(result.crashed());
     QCOMPARE(result.err, QByteArray("kestreldl2: update refused: yt-dlp_linux: the new copy does not answer "
@@ -394,16 +226,16 @@ void TestToolInstall::newCopyThatDoesNotRunIsRolledBack()
 void TestToolInstall::twoUpdatesAtOnceInstallOnce()
 {
     // Large enough, and served slowly enough, that the two overlap.
-    QVERIFY(m_feed->publishTool(ReleaseScripts::tool(QStringLiteral("2026.11.01")) + "#" + QByteArray(512 * 1024, 'k') + "\n"));
-    m_feed->setBehaviour(QLatin1String(toolAsset), QStringLiteral("slow"));
-    std::unique_ptr<QProcess> first(startLauncher({QStringLiteral("--update")}, m_environment));
-    std::unique_ptr<QProcess> second(startLauncher({QStringLiteral("--update")}, m_environment));
+    QVERIFY(feed().publishTool(ReleaseScripts::tool(QStringLiteral("2026.11.01")) + "#" + QByteArray(512 * 1024, 'k') + "\n"));
+    feed().setBehaviour(QLatin1String(toolAsset), QStringLiteral("slow"));
+    std::unique_ptr<QProcess> first(startLauncher({QStringLiteral("--update")}, environment()));
+    std::unique_ptr<QProcess> second(startLauncher({QStringLiteral("--update")}, environment()));
     for (QProcess *process : {first.get(), second.get()}) {
         QVERIFY(process->waitForFinished(120000));
         QCOMPARE(process->exitStatus(), QProcess::NormalExit);
         QCOMPARE(process->exitCode(), 0);
     }
-    QCOMPARE(m_feed->requests().count(QStringLiteral("GET yt-dlp_linux")), 1);
+    QCOMPARE(feed().requests().count(QStringLiteral("GET yt-dlp_linux")), 1);
     QVERIFY(installedTool().startsWith(ReleaseScripts::tool(QStringLiteral("2026.11.01"))));
     QVERIFY(scratchFiles().isEmpty());
 }
@@ -411,9 +243,9 @@ void TestToolInstall::twoUpdatesAtOnceInstallOnce()
 void TestToolInstall::killedUpdateLeavesOldCopyWorking()
 {
     installRelease(QStringLiteral("2026.11.01"));
-    QVERIFY(m_feed->publishTool(ReleaseScripts::tool(QStringLiteral("2026.11.20")) + "#" + QByteArray(2 * 1024 * 1024, 'k') + "\n"));
-    m_feed->setBehaviour(QLatin1String(toolAsset), QStringLiteral("slow"));
-    std::unique_ptr<QProcess> updating(startLauncher({QStringLiteral("--update")}, m_environment));
+    QVERIFY(feed().publishTool(ReleaseScripts::tool(QStringLiteral("2026.11.20")) + "#" + QByteArray(2 * 1024 * 1024, 'k') + "\n"));
+    feed().setBehaviour(QLatin1String(toolAsset), QStringLiteral("slow"));
+    std::unique_ptr<QProcess> updating(startLauncher({QStringLiteral("--update")}, environment()));
     const QRegularExpression download(QStringLiteral("^\\.kestreldl2-yt-dlp_linux-"));
     const bool downloading = QTest::qWaitFor([&] { return !scratchFiles().filter(download).isEmpty(); }, 60000);
     updating->kill();
@@ -425,7 +257,7 @@ void TestToolInstall::killedUpdateLeavesOldCopyWorking()
     QCOMPARE(recordedRuns().value(0).value(0), QStringLiteral("release 2026.11.01"));
 
     // The next update clears what the killed one left and installs.
-    m_feed->setBehaviour(QLatin1String(toolAsset), QStringLiteral("whole"));
+    feed().setBehaviour(QLatin1String(toolAsset), QStringLiteral("whole"));
     QVERIFY(update().succeeded());
     QVERIFY(installedTool().startsWith(ReleaseScripts::tool(QStringLiteral("2026.11.20"))));
     QVERIFY(scratchFiles().isEmpty());
@@ -437,7 +269,7 @@ void TestToolInstall::newEnoughSystemRuntimeIsUsed()
     const RunResult result = update();
     QVERIFY2(result.succeeded(), result.err.constData());
     QCOMPARE(result.out, QByteArray("installed yt-dlp_linux 2026.11.01\n"));
-    QVERIFY(!m_feed->requests().contains(QStringLiteral("GET deno-x86_64-unknown-linux-gnu.zip")));
+    QVERIFY(!feed().requests().contains(QStringLiteral("GET deno-x86_64-unknown-linux-gnu.zip")));
     QVERIFY(!QFileInfo::exists(dataFolder() + QStringLiteral("/deno")));
 
     QVERIFY(runLauncher({QStringLiteral("--get-title"), QStringLiteral("https://youtu.be/kestrel")}).succeeded());
@@ -474,7 +306,7 @@ void TestToolInstall::everyRunNamesRuntimeAndIgnoresConfig()
     QVERIFY(runLauncher(formats).succeeded());
     // The system's tool gets them too.
     QVERIFY(QFile::remove(dataFolder() + QLatin1Char('/') + QLatin1String(toolAsset)));
-    QProcessEnvironment system = m_environment;
+    QProcessEnvironment system = environment();
     system.insert(QStringLiteral("KESTREL_YTDLP"), fakeBin() + QStringLiteral("/yt-dlp"));
     QVERIFY(runLauncher(metadata, system).succeeded());
 
@@ -505,18 +337,18 @@ void TestToolInstall::staleCopyIsRefreshedBesideTheRun()
                       .captured(0).toUtf8(),
                   "last-check " + QByteArray::number(eightDaysAgo));
     writeFile(statePath, state);
-    QVERIFY(m_feed->publishTool(ReleaseScripts::tool(QStringLiteral("2026.11.20"))));
-    m_feed->forgetRequests();
+    QVERIFY(feed().publishTool(ReleaseScripts::tool(QStringLiteral("2026.11.20"))));
+    feed().forgetRequests();
 
     // The run uses the copy it found and lasts until the refresh beside it
     // has replaced that copy.
-    QProcessEnvironment environment = m_environment;
-    environment.insert(QStringLiteral("FAKE_WAIT_FILE"), dataFolder() + QLatin1Char('/') + QLatin1String(toolAsset));
-    environment.insert(QStringLiteral("FAKE_WAIT_TEXT"), QStringLiteral("2026.11.20"));
-    QVERIFY(runLauncher({QStringLiteral("--get-title"), QStringLiteral("https://youtu.be/k")}, environment)
+    QProcessEnvironment changed = environment();
+    changed.insert(QStringLiteral("FAKE_WAIT_FILE"), dataFolder() + QLatin1Char('/') + QLatin1String(toolAsset));
+    changed.insert(QStringLiteral("FAKE_WAIT_TEXT"), QStringLiteral("2026.11.20"));
+    QVERIFY(runLauncher({QStringLiteral("--get-title"), QStringLiteral("https://youtu.be/k")}, changed)
                 .succeeded());
     QCOMPARE(recordedRuns().value(0).value(0), QStringLiteral("release 2026.11.01"));
-    QVERIFY(m_feed->requests().contains(QStringLiteral("GET yt-dlp_linux")));
+    QVERIFY(feed().requests().contains(QStringLiteral("GET yt-dlp_linux")));
     QCOMPARE(installedTool(), ReleaseScripts::tool(QStringLiteral("2026.11.20")));
 }
 
@@ -526,10 +358,10 @@ void TestToolInstall::userConfigCannotChangeOutput()
     const QString home = path(QStringLiteral("home"));
     writeFile(home + QStringLiteral("/.config/yt-dlp/config"), "--print id\n");
     writeFile(home + QStringLiteral("/yt-dlp.conf"), "--print id\n");
-    QProcessEnvironment environment = m_environment;
-    environment.insert(QStringLiteral("HOME"), home);
-    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home + QStringLiteral("/.config"));
-    environment.insert(QStringLiteral("KESTREL_YTDLP"), QStringLiteral("/usr/bin/yt-dlp"));
+    QProcessEnvironment changed = environment();
+    changed.insert(QStringLiteral("HOME"), home);
+    changed.insert(QStringLiteral("XDG_CONFIG_HOME"), home + QStringLiteral("/.config"));
+    changed.insert(QStringLiteral("KESTREL_YTDLP"), QStringLiteral("/usr/bin/yt-dlp"));
     const QString info = path(QStringLiteral("clip.info.json"));
     writeFile(info, QByteArray(R"({"id": "kestrel0001", "title": "Kestrel Test Clip", "duration": 185,
         "extractor": "youtube", "extractor_key": "Youtube",
@@ -538,19 +370,19 @@ void TestToolInstall::userConfigCannotChangeOutput()
     const RunResult result = runLauncher({QStringLiteral("--no-warnings"), QStringLiteral("--get-title"),
                                           QStringLiteral("--get-duration"), QStringLiteral("--load-info-json"),
                                           info},
-                                         environment);
+                                         changed);
     QVERIFY2(result.succeeded(), result.err.constData());
     QCOMPARE(result.out, QByteArray("Kestrel Test Clip\n3:05\n"));
 }
 
 void TestToolInstall::outputIsUtf8WhateverTheLocale()
 {
-    QProcessEnvironment environment = m_environment;
-    environment.insert(QStringLiteral("KESTREL_YTDLP"), QStringLiteral("/usr/bin/yt-dlp"));
-    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C"));
-    environment.insert(QStringLiteral("LANG"), QStringLiteral("C"));
-    environment.remove(QStringLiteral("PYTHONIOENCODING"));
-    environment.remove(QStringLiteral("PYTHONUTF8"));
+    QProcessEnvironment changed = environment();
+    changed.insert(QStringLiteral("KESTREL_YTDLP"), QStringLiteral("/usr/bin/yt-dlp"));
+    changed.insert(QStringLiteral("LC_ALL"), QStringLiteral("C"));
+    changed.insert(QStringLiteral("LANG"), QStringLiteral("C"));
+    changed.remove(QStringLiteral("PYTHONIOENCODING"));
+    changed.remove(QStringLiteral("PYTHONUTF8"));
     const QString info = path(QStringLiteral("clip.info.json"));
     writeFile(info, QStringLiteral(R"({"id": "kestrel0002", "title": "Zürich – 東京 Ünïcode", "duration": 45,
         "extractor": "youtube", "extractor_key": "Youtube",
@@ -560,7 +392,7 @@ void TestToolInstall::outputIsUtf8WhateverTheLocale()
     const RunResult result = runLauncher({QStringLiteral("--no-warnings"), QStringLiteral("--get-title"),
                                           QStringLiteral("--get-duration"), QStringLiteral("--load-info-json"),
                                           info},
-                                         environment);
+                                         changed);
     QVERIFY2(result.succeeded(), result.err.constData());
     QCOMPARE(result.out, QStringLiteral("Zürich – 東京 Ünïcode\n45\n").toUtf8());
 }

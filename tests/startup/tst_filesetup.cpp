@@ -77,6 +77,7 @@ private slots:
     void secondRunDoesNotRewriteSettings();
     void changedVersionKeysAreRewritten();
     void outputFolderIsCreated();
+    void dataFolderIsTheUsersAlone();
     void installerIsRenamed_data();
     void installerIsRenamed();
     void installerIsDeletedWhenRenameFails();
@@ -183,6 +184,20 @@ void TestFileSetup::outputFolderIsCreated()
              QStringList{QStringLiteral("OK: output dir %1").arg(setup.downloads(QStringLiteral("KestrelD")))});
     const QRegularExpression entry(QStringLiteral("^--> \\[\\d+\\] void prepareOutputDir\\(\\) :$"));
     QCOMPARE(run.logLines.filter(entry).size(), 1);
+}
+
+void TestFileSetup::dataFolderIsTheUsersAlone()
+{
+#ifdef Q_OS_WIN
+    QSKIP("the user's profile folders are private by their access lists");
+#endif
+    SetupRun setup;
+    const QString data = setup.sandbox().dataFolder();
+    QVERIFY(QDir().mkpath(data));
+    QVERIFY(QFile::setPermissions(data, QFile::permissions(data) | QFile::ReadGroup | QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther));
+    setup.start();
+    QCOMPARE(QFile::permissions(data) & ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser),
+             QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
 void TestFileSetup::installerIsRenamed_data()

@@ -40,6 +40,10 @@ InstallState InstallState::load(const std::string &folder)
             state.lastFailure = number(value);
         else if (key == "runtime-archive-sum")
             state.runtimeArchiveSum = value;
+        else if (key == "tool-version")
+            state.toolVersion = value;
+        else if (key == "highest-tool-version")
+            state.highestToolVersion = value;
         else if (key.compare(0, copiedFromKey.size(), copiedFromKey) == 0)
             state.copiedFrom[key.substr(copiedFromKey.size())] = value;
     }
@@ -51,7 +55,9 @@ bool InstallState::save(const std::string &folder) const
     std::ostringstream text;
     text << "last-check " << lastCheck << '\n'
          << "last-failure " << lastFailure << '\n'
-         << "runtime-archive-sum " << runtimeArchiveSum << '\n';
+         << "runtime-archive-sum " << runtimeArchiveSum << '\n'
+         << "tool-version " << toolVersion << '\n'
+         << "highest-tool-version " << highestToolVersion << '\n';
     for (const auto &[name, source] : copiedFrom)
         text << copiedFromKey << name << ' ' << source << '\n';
     ScratchFile file(folder, "state");

@@ -10,13 +10,17 @@ namespace Launcher {
 // "kestreldl2.state" beside it: when the feeds were last checked with
 // success, when an attempt last failed, and which runtime archive the
 // managed runtime came from (its sum file names the archive, not the
-// executable inside), and which files it copied from beside the
-// application. A file that cannot be read counts as empty.
+// executable inside), the installed and the highest tool version, and which
+// files it copied from beside the application. A file that cannot be read counts as empty.
 struct InstallState
 {
     std::int64_t lastCheck = 0;
     std::int64_t lastFailure = 0;
     std::string runtimeArchiveSum;
+    // The version of the installed tool, and the highest version ever
+    // verified and installed here: a release below it is refused.
+    std::string toolVersion;
+    std::string highestToolVersion;
     // For each file the launcher copies from beside the application: the
     // identity of the source it last took the file from.
     std::map<std::string, std::string> copiedFrom;

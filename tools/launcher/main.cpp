@@ -23,11 +23,13 @@
 #include "managedtools.h"
 #include "platform.h"
 #include "scratchfile.h"
+#include "secrets.h"
 #include "toolflags.h"
 #include "toollocation.h"
 #include "toollog.h"
 #include "toolrun.h"
 #include "useroptions.h"
+#include "videoargument.h"
 #include "writeall.h"
 
 #include <ctime>
@@ -56,7 +58,7 @@ Launcher::ToolLog *launcherLog = nullptr;
 
 void note(const std::string &text)
 {
-    writeLine(standardError, "kestreldl2: " + text);
+    writeLine(standardError, "kestreldl2: " + Launcher::Secrets::withoutCredentials(text));
     if (launcherLog)
         launcherLog->note(text);
 }
@@ -115,14 +117,41 @@ std::optional<Launcher::JsRuntime> systemRuntime(Launcher::KnowledgeCache &knowl
     return Launcher::findSystemRuntime(knowledge.cache(), knowledge.learntFlag());
 }
 
+// The version a program answers with, asked once per installed file and
+// then taken from the knowledge cache.
+std::string programVersion(const std::string &program, const std::vector<std::string> &question,
+                           Launcher::KnowledgeCache &knowledge)
+{
+    const std::optional<Launcher::ToolIdentity> identity = Launcher::identifyTool(program);
+    std::optional<std::string> answer = identity ? knowledge.cache().version(*identity) : std::nullopt;
+    if (!answer) {
+        constexpr int versionTimeoutMs = 10000;
+        answer = Launcher::firstOutputLine(program, question, versionTimeoutMs, true).value_or("?");
+        if (identity) {
+            knowledge.cache().setVersion(*identity, *answer);
+            knowledge.learnt();
+        }
+    }
+    return *answer;
+}
+
+// Whether the managed Deno is one the tool can use: an earlier launcher
+// installed whatever the feed offered.
+bool managedRuntimeIsNewEnough(const Launcher::ManagedTools &managed, Launcher::KnowledgeCache &knowledge)
+{
+    return managed.hasRuntime()
+        && Launcher::isRuntimeNewEnough("deno", programVersion(managed.runtimePath(), {"--version"}, knowledge));
+}
+
 // The runtime every tool run names: one on PATH that is new enough, else
-// the managed Deno when it is installed.
+// the managed Deno when it is installed and new enough.
 std::optional<Launcher::JsRuntime> runtimeInUse(const Launcher::ManagedTools &managed,
-                                                const std::optional<Launcher::JsRuntime> &system)
+                                                const std::optional<Launcher::JsRuntime> &system,
+                                                Launcher::KnowledgeCache &knowledge)
 {
     if (system)
         return system;
-    if (managed.hasRuntime())
+    if (managedRuntimeIsNewEnough(managed, knowledge))
         return Launcher::JsRuntime{"deno", managed.runtimePath()};
     return std::nullopt;
 }
@@ -150,6 +179,15 @@ void forceUtf8Output()
     Launcher::setEnvironment("PYTHONUTF8", "1");
 }
 
+// Into the log only: standard error belongs to the tool during a run.
+void logWarnings(const Launcher::ManagedTools::Outcome &outcome)
+{
+    for (const std::string &warning : outcome.warnings) {
+        if (launcherLog)
+            launcherLog->note("warning: " + warning);
+    }
+}
+
 // Refreshes the managed copies in a child of the launcher while the tool
 // runs; started once the tool runs, so that the run keeps the copy it
 // chose. The child dies with the launcher (an interrupted install leaves the
@@ -158,7 +196,8 @@ void forceUtf8Output()
 void startRefresh(Launcher::ManagedTools &managed, bool withRuntime)
 {
     Launcher::startBesideRun([&managed, withRuntime] {
-        managed.update(withRuntime, Launcher::FolderLock::Wait::NotAtAll);
+        const Launcher::ManagedTools::Outcome outcome = managed.update(withRuntime, Launcher::FolderLock::Wait::NotAtAll);
+        logWarnings(outcome);
     });
 }
 
@@ -171,6 +210,8 @@ void startRefresh(Launcher::ManagedTools &managed, bool withRuntime)
     const bool withRuntime = !systemRuntime(knowledge);
     knowledge.saveIfLearnt();
     const Launcher::ManagedTools::Outcome outcome = managed.update(withRuntime, Launcher::FolderLock::Wait::UntilFree);
+    for (const std::string &warning : outcome.warnings)
+        note("warning: " + warning);
     if (!outcome.ok) {
         note("update refused: " + outcome.message);
         Launcher::endAsCrash();
@@ -184,14 +225,22 @@ void startRefresh(Launcher::ManagedTools &managed, bool withRuntime)
 const char freshVariable[] = "KESTREL_LAUNCHER_FRESH";
 
 // Takes fresh copies of the launcher and ffmpeg from beside the application
-// (KESTREL_APP_DIR, which the application sets for its children) and, when
-// the launcher itself was replaced, runs the new one in its place.
+// that started this launcher (applicationFolder()) and, when the launcher
+// itself was replaced, runs the new one in its place.
 void takeFreshCopies(const std::string &folder, char *argv[])
 {
-    const std::optional<std::string> appFolder = Launcher::environmentValue("KESTREL_APP_DIR");
     const bool fresh = Launcher::environmentValue(freshVariable).has_value();
     Launcher::unsetEnvironment(freshVariable);
-    if (fresh || !appFolder || !Launcher::refreshCopies(folder, *appFolder))
+    if (fresh)
+        return;
+    const std::optional<std::string> appFolder = Launcher::applicationFolder();
+    if (!appFolder) {
+        if (const std::optional<std::string> named = Launcher::environmentValue("KESTREL_APP_DIR"); named && launcherLog)
+            launcherLog->note("KESTREL_APP_DIR names " + *named
+                              + ", which is not the folder of the application KESTREL_APP_PID names; no copies are taken from it");
+        return;
+    }
+    if (!Launcher::refreshCopies(folder, *appFolder))
         return;
     note("took the launcher of " + *appFolder);
     Launcher::setEnvironment(freshVariable, "1");
@@ -200,19 +249,27 @@ void takeFreshCopies(const std::string &folder, char *argv[])
     Launcher::unsetEnvironment(freshVariable);
 }
 
+// The variables that point the launcher at other feeds, keys or tools than
+// its own. They are for mirrors and tests; each use is written to the log at
+// every run, and for "--update" on standard error too, so that an
+// environment someone else gave the launcher does not go unseen.
+void reportRedirections(bool onStandardError)
+{
+    for (const char *name : {"KESTREL_TOOL_FEED", "KESTREL_JS_RUNTIME_FEED", "KESTREL_TOOL_KEYRING", "KESTREL_YTDLP"}) {
+        const std::optional<std::string> value = Launcher::environmentValue(name);
+        if (!value)
+            continue;
+        const std::string text = std::string(name) + " is set: " + *value;
+        if (onStandardError)
+            note(text);
+        else if (launcherLog)
+            launcherLog->note(text);
+    }
+}
+
 bool ffmpegStarts(const std::string &program, Launcher::KnowledgeCache &knowledge)
 {
-    const std::optional<Launcher::ToolIdentity> identity = Launcher::identifyTool(program);
-    if (!identity)
-        return false;
-    std::optional<std::string> answer = knowledge.cache().version(*identity);
-    if (!answer) {
-        constexpr int versionTimeoutMs = 10000;
-        answer = Launcher::firstOutputLine(program, {"-version"}, versionTimeoutMs, true).value_or("?");
-        knowledge.cache().setVersion(*identity, *answer);
-        knowledge.learnt();
-    }
-    return answer->compare(0, 15, "ffmpeg version ") == 0;
+    return Launcher::identifyTool(program) && programVersion(program, {"-version"}, knowledge).compare(0, 15, "ffmpeg version ") == 0;
 }
 
 // The tool is never pointed at an ffmpeg that does not start, such as an
@@ -237,6 +294,15 @@ void avoidBrokenFfmpeg(std::vector<std::string> &arguments, Launcher::KnowledgeC
     }
 }
 
+// The tool reads every argument before "--" as a possible option, so the
+// video goes after it.
+std::vector<std::string> withVideoAfterOptions(std::vector<std::string> arguments, const std::string &video)
+{
+    if (!video.empty() && !arguments.empty() && arguments.back() == video)
+        arguments.insert(arguments.end() - 1, "--");
+    return arguments;
+}
+
 // A run of the tool that uses the information cache where the arguments are
 // one of the application's three runs for a video, and otherwise is just
 // the run. Whatever the cache changes, a run it made fail is made again
@@ -246,12 +312,12 @@ void avoidBrokenFfmpeg(std::vector<std::string> &arguments, Launcher::KnowledgeC
 class CachedRun
 {
 public:
-    CachedRun(const std::string &folder, const std::vector<std::string> &given)
+    CachedRun(const std::string &folder, Launcher::InfoCache::Run kind, std::string video)
         : m_cache(folder)
         , m_folder(folder)
+        , m_kind(Launcher::InfoCache::enabled() ? kind : Launcher::InfoCache::Run::Other)
+        , m_target(std::move(video))
     {
-        if (Launcher::InfoCache::enabled())
-            m_kind = Launcher::InfoCache::recognise(given, &m_target);
     }
 
     std::optional<Launcher::ChildEnd> run(const std::string &tool, const std::vector<std::string> &arguments, Launcher::ToolLog &log,
@@ -272,7 +338,9 @@ public:
                 toolArguments = Launcher::InfoCache::loadingDocument(arguments, *document);
         }
 
-        std::optional<Launcher::ChildEnd> end = Launcher::runTool(tool, toolArguments, log, error, whenStarted);
+        const std::vector<std::string> plainArguments = withVideoAfterOptions(arguments, m_target);
+        std::optional<Launcher::ChildEnd> end
+            = Launcher::runTool(tool, withVideoAfterOptions(toolArguments, m_target), log, error, whenStarted);
         if (toolArguments == arguments || !end)
             return end;
         if (written) {
@@ -286,15 +354,35 @@ public:
         m_cache.forget(m_target);
         note("the run with the kept information of " + m_target + " ended with " + end->describe()
              + "; running it again without");
-        return Launcher::runTool(tool, arguments, log, error);
+        return Launcher::runTool(tool, plainArguments, log, error);
     }
 
 private:
     Launcher::InfoCache m_cache;
     std::string m_folder;
-    Launcher::InfoCache::Run m_kind = Launcher::InfoCache::Run::Other;
+    Launcher::InfoCache::Run m_kind;
     std::string m_target;
 };
+
+// The video of one of the application's runs, made the form the tool gets
+// (the last of given) when it is one of the service's; otherwise refused the
+// way the tool refuses a video it cannot find, so that the application
+// reports its usual failure, and never run.
+bool acceptVideo(std::vector<std::string> &given, std::string &video)
+{
+    const std::optional<std::string> accepted = Launcher::acceptedVideo(video);
+    if (!accepted) {
+        writeLine(standardError,
+                  "ERROR: [kestreldl2] " + Launcher::Secrets::withoutCredentials(video) + ": not a video of the service; refused");
+        if (launcherLog)
+            launcherLog->note("refused the video argument " + video
+                              + ": only a video identifier or an https address on youtube.com or youtu.be is passed on");
+        return false;
+    }
+    video = *accepted;
+    given.back() = video;
+    return true;
+}
 
 struct ToolChoice
 {
@@ -307,7 +395,8 @@ struct ToolChoice
 // choice, left alone); else the managed copy, installed first when missing
 // (at most one attempt an hour); else the system's yt-dlp. An install also
 // brings the managed Deno when withRuntime.
-ToolChoice chooseTool(Launcher::ManagedTools &managed, bool withRuntime, std::string *problem)
+ToolChoice chooseTool(Launcher::ManagedTools &managed, bool withRuntime, Launcher::KnowledgeCache &knowledge,
+                      std::string *problem)
 {
     if (Launcher::environmentValue(Launcher::toolVariable()))
         return {Launcher::findTool(problem), false};
@@ -316,11 +405,14 @@ ToolChoice chooseTool(Launcher::ManagedTools &managed, bool withRuntime, std::st
     if (!managed.hasTool() && managed.mayTryInstall(now)) {
         const Launcher::ManagedTools::Outcome outcome
             = managed.update(withRuntime, Launcher::FolderLock::Wait::UntilFree);
+        logWarnings(outcome);
         if (!outcome.ok)
             note("cannot install the managed yt-dlp (" + outcome.message + "); using the system's yt-dlp");
     }
+    // A managed Deno too old for the tool is replaced at once, beside the run.
+    const bool runtimeTooOld = withRuntime && managed.hasRuntime() && !managedRuntimeIsNewEnough(managed, knowledge);
     if (managed.hasTool())
-        return {managed.toolPath(), true, managed.isDueForRefresh(now)};
+        return {managed.toolPath(), true, managed.isDueForRefresh(now) || (runtimeTooOld && managed.mayTryInstall(now))};
     return {Launcher::findTool(problem), false};
 }
 
@@ -334,9 +426,15 @@ int main(int argc, char *argv[])
     Launcher::ToolLog log(folder);
     launcherLog = &log;
     takeFreshCopies(folder, argv);
-    const std::vector<std::string> given = Launcher::commandLineArguments(argc, argv);
-    if (given == std::vector<std::string>{"--update"})
+    std::vector<std::string> given = Launcher::commandLineArguments(argc, argv);
+    const bool updateRun = given == std::vector<std::string>{"--update"};
+    reportRedirections(updateRun);
+    if (updateRun)
         updateManagedCopies(folder);
+    std::string video;
+    const Launcher::InfoCache::Run kind = Launcher::InfoCache::recognise(given, &video);
+    if (kind != Launcher::InfoCache::Run::Other && !acceptVideo(given, video))
+        return 1;
 
     Launcher::ManagedTools managed(folder);
     Launcher::KnowledgeCache knowledge(folder);
@@ -345,14 +443,14 @@ int main(int argc, char *argv[])
     // runtime the run names.
     const std::optional<Launcher::JsRuntime> runtimeOnPath = systemRuntime(knowledge);
     const bool withRuntime = !runtimeOnPath;
-    const ToolChoice tool = chooseTool(managed, withRuntime, &problem);
+    const ToolChoice tool = chooseTool(managed, withRuntime, knowledge, &problem);
     if (tool.path.empty()) {
         note("cannot find yt-dlp; install the Debian package yt-dlp");
         note(problem);
         return 127;
     }
 
-    std::vector<std::string> arguments = launcherArguments(runtimeInUse(managed, runtimeOnPath));
+    std::vector<std::string> arguments = launcherArguments(runtimeInUse(managed, runtimeOnPath, knowledge));
     const Launcher::UserOptions userOptions = Launcher::readUserOptions(folder);
     for (const std::string &refused : userOptions.refused)
         note("tool-options.txt: refused " + refused);
@@ -366,7 +464,7 @@ int main(int argc, char *argv[])
     knowledge.saveIfLearnt();
     forceUtf8Output();
     int error = 0;
-    CachedRun cachedRun(folder, given);
+    CachedRun cachedRun(folder, kind, video);
     const std::optional<Launcher::ChildEnd> end = cachedRun.run(tool.path, arguments, log, &error, [&] {
         if (tool.dueForRefresh)
             startRefresh(managed, withRuntime);

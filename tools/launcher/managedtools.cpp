@@ -2,15 +2,15 @@
 
 #include "checksums.h"
 #include "childprocess.h"
-#include "dearmor.h"
 #include "fetch.h"
 #include "filehash.h"
 #include "installstate.h"
 #include "platform.h"
 #include "releasefeed.h"
-#include "releasekey.h"
 #include "scratchfile.h"
+#include "jsruntime.h"
 #include "signature.h"
+#include "toolversion.h"
 #include "unzip.h"
 
 #include <optional>
@@ -21,12 +21,16 @@ namespace {
 
 constexpr std::uint64_t maxListBytes = 1024 * 1024;
 constexpr std::uint64_t maxSignatureBytes = 64 * 1024;
-constexpr std::size_t maxKeyringBytes = 1024 * 1024;
 constexpr std::uint64_t maxProgramBytes = 512ull * 1024 * 1024;
 // The tool's one-file build unpacks itself before it answers: generous.
 constexpr int versionTimeoutMs = 120000;
 constexpr std::time_t refreshAfterSeconds = 7 * 24 * 3600;
 constexpr std::time_t retryAfterSeconds = 3600;
+constexpr std::time_t secondsPerDay = 24 * 3600;
+// The tool is released every few weeks, and YouTube breaks old releases: a
+// feed whose newest release is older than this has stopped following them.
+constexpr std::time_t staleReleaseSeconds = 90 * secondsPerDay;
+constexpr std::time_t silentFeedSeconds = 30 * secondsPerDay;
 
 using Outcome = ManagedTools::Outcome;
 
@@ -35,18 +39,28 @@ Outcome refused(const std::string &file, const std::string &reason)
     return {false, file + ": " + reason};
 }
 
-// The key releases must be signed with: the one KESTREL_TOOL_KEYRING names
-// (ASCII-armoured or binary), else the one built in.
-std::optional<std::string> signingKey(std::string *problem)
+std::string days(std::time_t seconds)
 {
-    const std::optional<std::string> keyring = environmentValue("KESTREL_TOOL_KEYRING");
-    if (!keyring)
-        return releaseKey();
-    const std::optional<std::string> text = readFile(*keyring, maxKeyringBytes);
-    std::optional<std::string> key = text ? dearmor(*text) : std::nullopt;
-    if (!key)
-        *problem = "KESTREL_TOOL_KEYRING: " + *keyring + " holds no OpenPGP key";
-    return key;
+    return std::to_string(static_cast<long long>(seconds / secondsPerDay)) + " days";
+}
+
+// A warning when the newest release the feed offers is months old.
+std::optional<std::string> staleReleaseWarning(const std::string &asset, const std::string &version, std::time_t now)
+{
+    const std::optional<std::time_t> day = ToolVersion::releaseDay(version);
+    if (!day || now - *day <= staleReleaseSeconds)
+        return std::nullopt;
+    return asset + " " + version + ", the newest release the feed offers, is " + days(now - *day)
+        + " old: the feed may no longer follow the tool's releases";
+}
+
+// A warning when the feed has not answered since long before now.
+std::optional<std::string> silentFeedWarning(std::time_t lastAnswer, std::time_t now)
+{
+    if (lastAnswer <= 0 || now - lastAnswer <= silentFeedSeconds)
+        return std::nullopt;
+    return "the tool's feed has not answered for " + days(now - lastAnswer)
+        + ": the managed yt-dlp gets no updates";
 }
 
 } // namespace
@@ -86,23 +100,31 @@ Outcome ManagedTools::update(bool withRuntime, FolderLock::Wait wait)
     ScratchFile::removeLeftovers(m_folder);
 
     InstallState state = InstallState::load(m_folder);
-    Outcome outcome = updateTool();
+    Outcome outcome = updateTool(state);
     if (outcome.ok && withRuntime) {
-        const Outcome runtime = updateRuntime(state);
-        outcome = runtime.ok ? Outcome{true, outcome.message + "; " + runtime.message} : runtime;
+        Outcome runtime = updateRuntime(state);
+        if (runtime.ok)
+            outcome.message += "; " + runtime.message;
+        else
+            outcome = {false, runtime.message, outcome.warnings};
     }
     const std::time_t now = std::time(nullptr);
     if (outcome.ok) {
+        if (const std::optional<std::string> version = installedToolVersion(state))
+            if (const std::optional<std::string> stale = staleReleaseWarning(ReleaseFeed::toolAsset(), *version, now))
+                outcome.warnings.push_back(*stale);
         state.lastCheck = now;
         state.lastFailure = 0;
     } else {
+        if (const std::optional<std::string> silent = silentFeedWarning(state.lastCheck, now))
+            outcome.warnings.push_back(*silent);
         state.lastFailure = now;
     }
     state.save(m_folder);
     return outcome;
 }
 
-Outcome ManagedTools::updateTool()
+Outcome ManagedTools::updateTool(InstallState &state)
 {
     const std::string feed = ReleaseFeed::toolFeed();
     const std::string asset = ReleaseFeed::toolAsset();
@@ -124,7 +146,7 @@ Outcome ManagedTools::updateTool()
     signature.close();
 
     std::string problem;
-    const std::optional<std::string> key = signingKey(&problem);
+    const std::optional<std::string> key = acceptedReleaseKeys(&problem);
     if (!key)
         return {false, problem};
     if (!verifySignature(*key, sumsCopy.path(), signature.path(), m_folder, &problem))
@@ -149,9 +171,32 @@ Outcome ManagedTools::updateTool()
     const std::optional<std::string> version = firstOutputLine(download.path(), {"--version"}, versionTimeoutMs, true);
     if (!version)
         return refused(asset, "the new copy does not answer --version; the installed copy is kept");
+    if (ToolVersion::isOlder(*version, state.highestToolVersion))
+        return refused(asset, "release " + *version + " is older than release " + state.highestToolVersion
+                                  + ", installed here before; the installed copy is kept");
     if (!installFile(download, toolPath(), &problem))
         return refused(asset, problem);
+    state.toolVersion = *version;
+    if (!ToolVersion::isOlder(*version, state.highestToolVersion) && ToolVersion::isVersion(*version))
+        state.highestToolVersion = *version;
     return {true, "installed " + asset + ' ' + *version};
+}
+
+// The installed tool's version as the state remembers it; asked of the copy
+// itself when an earlier launcher did not keep it.
+std::optional<std::string> ManagedTools::installedToolVersion(InstallState &state) const
+{
+    if (!state.toolVersion.empty())
+        return state.toolVersion;
+    if (!hasTool())
+        return std::nullopt;
+    const std::optional<std::string> version = firstOutputLine(toolPath(), {"--version"}, versionTimeoutMs, true);
+    if (version && ToolVersion::isVersion(*version)) {
+        state.toolVersion = *version;
+        if (!ToolVersion::isOlder(*version, state.highestToolVersion))
+            state.highestToolVersion = *version;
+    }
+    return version;
 }
 
 Outcome ManagedTools::updateRuntime(InstallState &state)
@@ -168,7 +213,7 @@ Outcome ManagedTools::updateRuntime(InstallState &state)
     const std::optional<std::string> sum = firstSum(sumText);
     if (!sum)
         return refused(sumName, "holds no SHA-256");
-    if (hasRuntime() && state.runtimeArchiveSum == *sum)
+    if (state.runtimeArchiveSum == *sum && hasRuntimeNewEnough())
         return {true, executable + " is up to date"};
 
     ScratchFile archive(m_folder, "runtime-archive");
@@ -188,10 +233,22 @@ Outcome ManagedTools::updateRuntime(InstallState &state)
     const std::optional<std::string> version = firstOutputLine(unpacked.path(), {"--version"}, versionTimeoutMs, true);
     if (!version)
         return refused(archiveName, "the unpacked " + executable + " does not answer --version; the installed copy is kept");
+    if (!isRuntimeNewEnough("deno", *version))
+        return refused(archiveName, *version + " is older than Deno 2.3.0, which the tool needs; the installed copy is kept");
     if (!installFile(unpacked, runtimePath(), &problem))
         return refused(archiveName, problem);
     state.runtimeArchiveSum = *sum;
     return {true, "installed " + *version};
+}
+
+// Asked of the copy itself: an earlier launcher installed Deno without
+// looking at its version.
+bool ManagedTools::hasRuntimeNewEnough() const
+{
+    if (!hasRuntime())
+        return false;
+    const std::optional<std::string> version = firstOutputLine(runtimePath(), {"--version"}, versionTimeoutMs, true);
+    return version && isRuntimeNewEnough("deno", *version);
 }
 
 bool ManagedTools::installFile(ScratchFile &file, const std::string &target, std::string *problem)

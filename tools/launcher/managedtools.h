@@ -3,7 +3,10 @@
 #include "folderlock.h"
 
 #include <ctime>
+#include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace Launcher {
 
@@ -21,16 +24,31 @@ struct InstallState;
 // atomic rename; the old copy stays as "<name>.previous" until the new one
 // has run once. Whatever fails, the installed copies stay as they were and
 // no temporary file is left.
+//
+// Nothing goes backwards: a tool release older than the highest one ever
+// installed here is refused, however validly signed (a stale mirror, or one
+// that serves an old release with a known flaw), and a Deno older than the
+// tool needs is neither installed nor kept.
 class ManagedTools
 {
 public:
     struct Outcome
     {
+        Outcome(bool succeeded, std::string text, std::vector<std::string> notices = {})
+            : ok(succeeded)
+            , message(std::move(text))
+            , warnings(std::move(notices))
+        {
+        }
+
         bool ok = false;
         // On failure, the file concerned and why: "SHA2-256SUMS.sig: bad
         // signature". On success, what was done: "installed yt-dlp_linux
         // 2025.11.12", "yt-dlp_linux is up to date".
         std::string message;
+        // What the user should know whatever the outcome: a feed that has
+        // offered nothing new for months, or has not answered for weeks.
+        std::vector<std::string> warnings;
     };
 
     explicit ManagedTools(std::string folder);
@@ -56,8 +74,10 @@ public:
     void settleAfterRun(bool ranWell);
 
 private:
-    Outcome updateTool();
+    Outcome updateTool(InstallState &state);
     Outcome updateRuntime(InstallState &state);
+    std::optional<std::string> installedToolVersion(InstallState &state) const;
+    bool hasRuntimeNewEnough() const;
     bool installFile(ScratchFile &file, const std::string &target, std::string *problem);
 
     std::string m_folder;

@@ -31,6 +31,16 @@ bool isRegularFile(const std::string &path);
 bool isFolder(const std::string &path);
 bool isExecutableFile(const std::string &path);
 
+// Whether path begins at the root of a file system ("/", "C:/", "C:\\").
+bool isAbsolutePath(const std::string &path);
+
+// Whether two paths name the same folder, by the system's rules of case and
+// separators, after following links.
+bool isSameFolder(const std::string &first, const std::string &second);
+
+// The executable file of a running process; empty when it is unknown.
+std::string processExecutable(long pid);
+
 // The file path names after following links, or path itself if that fails.
 std::string canonicalPath(const std::string &path);
 
@@ -64,6 +74,11 @@ bool syncAndClose(int fd);
 void closeFile(int fd);
 
 bool makeExecutable(const std::string &path);
+// Takes every access to path away from other users, as the launcher's log,
+// state and caches need: the log can name the user's files and options.
+// On Windows the user's own profile folders, where these files live, are
+// private already, and nothing is changed.
+bool makePrivate(const std::string &path);
 bool removeFile(const std::string &path);
 // A second name for an existing file.
 bool linkFile(const std::string &existing, const std::string &newName);

@@ -40,6 +40,24 @@ std::string executablePath()
     return n > 0 ? std::string(buffer, std::size_t(n)) : std::string();
 }
 
+bool isAbsolutePath(const std::string &path)
+{
+    return !path.empty() && path.front() == '/';
+}
+
+bool isSameFolder(const std::string &first, const std::string &second)
+{
+    return canonicalPath(first) == canonicalPath(second);
+}
+
+std::string processExecutable(long pid)
+{
+    char buffer[PATH_MAX];
+    const std::string link = "/proc/" + std::to_string(pid) + "/exe";
+    const ssize_t n = ::readlink(link.c_str(), buffer, sizeof buffer - 1);
+    return n > 0 ? std::string(buffer, std::size_t(n)) : std::string();
+}
+
 bool isRegularFile(const std::string &path)
 {
     struct stat status;
@@ -123,7 +141,7 @@ int openForReading(const std::string &path)
 
 int openForAppending(const std::string &path)
 {
-    return ::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644);
+    return ::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0600);
 }
 
 int createUniqueFile(std::string &pattern)
@@ -138,7 +156,7 @@ int createUniqueFile(std::string &pattern)
 
 int openLocked(const std::string &path, bool wait)
 {
-    const int fd = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
+    const int fd = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
     if (fd < 0)
         return -1;
     int result;
@@ -166,6 +184,14 @@ void closeFile(int fd)
 bool makeExecutable(const std::string &path)
 {
     return ::chmod(path.c_str(), 0755) == 0;
+}
+
+bool makePrivate(const std::string &path)
+{
+    struct stat status;
+    if (::stat(path.c_str(), &status) != 0)
+        return false;
+    return (status.st_mode & 077) == 0 || ::chmod(path.c_str(), status.st_mode & 0700) == 0;
 }
 
 bool removeFile(const std::string &path)

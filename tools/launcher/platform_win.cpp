@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cstdlib>
 #include <cwchar>
 #include <ctime>
@@ -91,6 +92,48 @@ bool isFolder(const std::string &path)
 bool isExecutableFile(const std::string &path)
 {
     return isRegularFile(path);
+}
+
+bool isAbsolutePath(const std::string &path)
+{
+    return path.size() >= 3 && std::isalpha(static_cast<unsigned char>(path[0])) && path[1] == ':'
+        && (path[2] == '/' || path[2] == '\\');
+}
+
+namespace {
+
+// A full path with one kind of slash, in lower case, without a slash at
+// the end: Windows compares names without regard to case.
+std::string comparablePath(const std::string &path)
+{
+    std::string full = canonicalPath(path);
+    std::replace(full.begin(), full.end(), '\\', '/');
+    while (full.size() > 3 && full.back() == '/')
+        full.pop_back();
+    std::transform(full.begin(), full.end(), full.begin(), [](unsigned char c) { return char(std::tolower(c)); });
+    return full;
+}
+
+} // namespace
+
+bool isSameFolder(const std::string &first, const std::string &second)
+{
+    return comparablePath(first) == comparablePath(second);
+}
+
+std::string processExecutable(long pid)
+{
+    const HANDLE process = OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, DWORD(pid));
+    if (process == nullptr)
+        return {};
+    std::wstring buffer(32768, L'\0');
+    DWORD size = DWORD(buffer.size());
+    const BOOL found = QueryFullProcessImageNameW(process, 0, buffer.data(), &size);
+    CloseHandle(process);
+    if (!found)
+        return {};
+    buffer.resize(size);
+    return fromWide(buffer);
 }
 
 std::string canonicalPath(const std::string &path)
@@ -210,6 +253,11 @@ void closeFile(int fd)
 }
 
 bool makeExecutable(const std::string &)
+{
+    return true;
+}
+
+bool makePrivate(const std::string &)
 {
     return true;
 }

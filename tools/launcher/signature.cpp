@@ -1,7 +1,9 @@
 #include "signature.h"
 
 #include "childprocess.h"
+#include "dearmor.h"
 #include "platform.h"
+#include "releasekey.h"
 #include "scratchfile.h"
 #include "toollocation.h"
 
@@ -12,25 +14,43 @@ namespace Launcher {
 namespace {
 
 constexpr int gpgvTimeoutMs = 60000;
+constexpr std::size_t maxKeyringBytes = 1024 * 1024;
 
 bool hasStatus(const std::string &statusText, const std::string &keyword)
 {
     return statusText.find("[GNUPG:] " + keyword + ' ') != std::string::npos;
 }
 
-// gpgv on PATH (Debian's package), else the one installed beside the
-// application (the Windows installation's gpgv.exe).
+// The gpgv that the system's package installed, or on Windows the one our
+// installer put beside the application; never one found on PATH, where a
+// program that prints the right status lines would pass every check.
 std::string findGpgv()
 {
-    const std::string onPath = findOnPath("gpgv");
-    if (!onPath.empty())
-        return onPath;
-    const std::optional<std::string> appFolder = environmentValue("KESTREL_APP_DIR");
-    const std::string besideApplication = appFolder ? *appFolder + "/gpgv" + executableSuffix() : std::string();
-    return appFolder && isExecutableFile(besideApplication) ? besideApplication : std::string();
+#ifdef _WIN32
+    const std::optional<std::string> application = applicationFolder();
+    const std::string gpgv = application ? *application + "/gpgv.exe" : std::string();
+#else
+    const std::string gpgv = "/usr/bin/gpgv";
+#endif
+    return isExecutableFile(gpgv) ? gpgv : std::string();
 }
 
 } // namespace
+
+std::optional<std::string> acceptedReleaseKeys(std::string *problem)
+{
+    const std::optional<std::string> keyring = environmentValue("KESTREL_TOOL_KEYRING");
+    if (!keyring)
+        return releaseKey();
+    const std::optional<std::string> text = readFile(*keyring, maxKeyringBytes);
+    const std::optional<std::string> added = text ? dearmor(*text) : std::nullopt;
+    if (!added) {
+        *problem = "KESTREL_TOOL_KEYRING: " + *keyring + " holds no OpenPGP key";
+        return std::nullopt;
+    }
+    // gpgv reads a keyring of several keys one after the other.
+    return releaseKey() + *added;
+}
 
 bool verifySignature(const std::string &key, const std::string &signedPath, const std::string &signaturePath,
                      const std::string &scratchFolder, std::string *problem)

@@ -38,17 +38,30 @@ std::string findOnPath(const std::string &name)
     std::size_t start = 0;
     for (;;) {
         const std::size_t end = path.find(pathListSeparator(), start);
-        std::string folder = path.substr(start, end == std::string::npos ? std::string::npos : end - start);
-        // An empty entry stands for the current folder, as for the shell.
-        if (folder.empty())
-            folder = ".";
+        const std::string folder = path.substr(start, end == std::string::npos ? std::string::npos : end - start);
+        // An empty or relative entry would make the current folder, which
+        // may be anybody's, a source of programs: the shell's rule is not
+        // followed there.
         const std::string candidate = folder + '/' + file;
-        if (isExecutableFile(candidate))
+        if (isAbsolutePath(folder) && isExecutableFile(candidate))
             return candidate;
         if (end == std::string::npos)
             return {};
         start = end + 1;
     }
+}
+
+std::optional<std::string> applicationFolder()
+{
+    const std::optional<std::string> named = environmentValue("KESTREL_APP_DIR");
+    const long pid = applicationProcessId();
+    if (!named || pid == 0)
+        return std::nullopt;
+    const std::string executable = processExecutable(pid);
+    const std::size_t slash = executable.find_last_of("/\\");
+    if (slash == std::string::npos || !isSameFolder(executable.substr(0, slash), *named))
+        return std::nullopt;
+    return named;
 }
 
 std::string ownFolder()

@@ -3,6 +3,7 @@
 #include "childprocess.h"
 #include "platform.h"
 #include "scratchfile.h"
+#include "secrets.h"
 #include "writeall.h"
 
 #include <algorithm>
@@ -26,6 +27,9 @@ ToolLog::ToolLog(const std::string &folder)
     if (stamp && stamp->size > rotateAfterBytes)
         replaceFile(path, path + ".1", ScratchFile::asideName(path));
     m_fd = openForAppending(path);
+    // A log written before it was kept private is made so.
+    if (m_fd >= 0)
+        makePrivate(path);
 }
 
 ToolLog::~ToolLog()
@@ -36,13 +40,13 @@ ToolLog::~ToolLog()
 
 void ToolLog::note(const std::string &text)
 {
-    write(localTimestamp() + " kestreldl2: " + text + '\n');
+    write(localTimestamp() + " kestreldl2: " + Secrets::withoutCredentials(text) + '\n');
 }
 
 void ToolLog::beginRun(const std::string &tool, const std::vector<std::string> &arguments)
 {
     std::string line = localTimestamp() + " run " + tool;
-    for (const std::string &argument : arguments)
+    for (const std::string &argument : Secrets::hiddenIn(arguments))
         line += ' ' + argument;
     write(line + '\n');
     m_errorBytes = 0;

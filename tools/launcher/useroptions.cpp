@@ -1,6 +1,7 @@
 #include "useroptions.h"
 
 #include "platform.h"
+#include "secrets.h"
 
 #include <optional>
 
@@ -101,12 +102,14 @@ UserOptions parseUserOptions(const std::string &text)
         const std::string name = line.substr(0, split);
         const std::string value = split == std::string::npos ? std::string() : unquoted(trimmed(line.substr(split + 1)));
         const AllowedOption *option = findAllowed(name);
+        // The refused line goes into the log, where a secret has no place.
+        const std::string shown = Secrets::isSecretOption(name) && !value.empty() ? name + ' ' + Secrets::hidden : line;
         if (!option) {
-            options.refused.push_back(line + " (not an option for reaching the service)");
+            options.refused.push_back(shown + " (not an option for reaching the service)");
             continue;
         }
         if (option->takesValue != !value.empty()) {
-            options.refused.push_back(line + (option->takesValue ? " (needs a value)" : " (takes no value)"));
+            options.refused.push_back(shown + (option->takesValue ? " (needs a value)" : " (takes no value)"));
             continue;
         }
         options.arguments.push_back(name);

@@ -157,8 +157,15 @@ QStringList Installation::lastInvocation() const
     const QList<QStringList> all = invocations();
     if (all.isEmpty())
         return {};
-    const QStringList last = all.last();
-    return last.mid(0, LauncherRuns::launcherPrefix.size()) == LauncherRuns::launcherPrefix ? last.mid(LauncherRuns::launcherPrefix.size()) : last;
+    QStringList last = all.last();
+    if (last.mid(0, LauncherRuns::launcherPrefix.size()) != LauncherRuns::launcherPrefix)
+        return last;
+    last = last.mid(LauncherRuns::launcherPrefix.size());
+    // The launcher's "--" before a video; one anywhere else stays, so that
+    // a comparison shows it.
+    if (last.size() >= 2 && last.at(last.size() - 2) == QLatin1String("--"))
+        last.removeAt(last.size() - 2);
+    return last;
 }
 
 RawRun *Installation::start(const QStringList &arguments) const

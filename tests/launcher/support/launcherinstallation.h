@@ -33,8 +33,9 @@ public:
     qsizetype questions() const;
 
     // The last command line the fake was given without the launcher's own
-    // flags in front, which is what the application gave; as it is when
-    // those flags are not there, so that a comparison shows it.
+    // flags in front and its "--" before the video, which is what the
+    // application gave; as it is when those flags are not there, so that a
+    // comparison shows it.
     QStringList lastInvocation() const;
 
     // Starts the launcher with arguments; the caller owns the run.

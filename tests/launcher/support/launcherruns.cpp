@@ -25,7 +25,7 @@ QStringList downloadArguments()
             QString(),
             QStringLiteral("--format"),
             QStringLiteral("137+140"),
-            QStringLiteral("https://www.example.invalid/watch?v=kestrel")};
+            videoAddress};
 }
 
 QStringList withoutProgressDelta(QStringList arguments)
@@ -33,6 +33,12 @@ QStringList withoutProgressDelta(QStringList arguments)
     const qsizetype at = arguments.indexOf(QStringLiteral("--progress-delta"));
     if (at >= 0)
         arguments.remove(at, 2);
+    return arguments;
+}
+
+QStringList withVideoAfterOptions(QStringList arguments)
+{
+    arguments.insert(arguments.size() - 1, QStringLiteral("--"));
     return arguments;
 }
 

@@ -33,6 +33,8 @@ inline const QString videoAddress = QStringLiteral("https://www.youtube.com/watc
 // A download's command line with a flag the fake does not know.
 QStringList downloadArguments();
 QStringList withoutProgressDelta(QStringList arguments);
+// An application's run as the tool gets it: the launcher puts "--" before the video.
+QStringList withVideoAfterOptions(QStringList arguments);
 
 // The application's three runs for videoAddress.
 QStringList titleRun();

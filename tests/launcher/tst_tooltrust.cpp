@@ -1,0 +1,180 @@
+// What the launcher refuses although it is signed, and what it says when a
+// feed has stopped following the tool: no release older than one installed
+// before, no Deno older than the tool needs, no gpgv but the system's, and
+// every variable that points it elsewhere on record.
+
+#include "toolinstalltest.h"
+
+#include <QDate>
+#include <QDateTime>
+#include <QFile>
+#include <QFileInfo>
+#include <QTest>
+
+using TestFiles::readAll;
+
+namespace {
+
+const QByteArray oldDeno = "deno 2.2.12 (stable, release, x86_64-unknown-linux-gnu)";
+const QByteArray currentDeno = "deno 2.5.6 (stable, release, x86_64-unknown-linux-gnu)";
+
+qint64 daysSince(const QDate &day)
+{
+    return day.daysTo(QDateTime::currentDateTimeUtc().date());
+}
+
+} // namespace
+
+class TestToolTrust : public ToolInstallTest
+{
+    Q_OBJECT
+
+private slots:
+    void olderSignedReleaseIsRefused();
+    void rolledBackCopyIsNotADowngrade();
+    void staleNewestReleaseIsReported();
+    void silentFeedIsReported();
+    void gpgvOnPathIsNotUsed();
+    void redirectionsAreOnRecord();
+    void tooOldDenoIsNotInstalled();
+    void tooOldManagedDenoIsReplaced();
+
+private:
+    QString logText() const { return QString::fromUtf8(readAll(dataFolder() + QStringLiteral("/kestreldl2.log"))); }
+};
+
+void TestToolTrust::olderSignedReleaseIsRefused()
+{
+    installRelease(QStringLiteral("2026.11.20"));
+    // A mirror that serves an older release, signed as validly as the rest.
+    QVERIFY(feed().publishTool(ReleaseScripts::tool(QStringLiteral("2026.11.01"))));
+    const RunResult result = update();
+    QVERIFY(result.crashed());
+    QCOMPARE(result.err, QByteArray("kestreldl2: update refused: yt-dlp_linux: release 2026.11.01 is older than "
+                                    "release 2026.11.20, installed here before; the installed copy is kept\n"));
+    QCOMPARE(installedTool(), ReleaseScripts::tool(QStringLiteral("2026.11.20")));
+    QVERIFY(scratchFiles().isEmpty());
+    QVERIFY(logText().contains(QStringLiteral("release 2026.11.01 is older than release 2026.11.20")));
+}
+
+// The highest version is remembered, not the installed one: an older copy
+// that a failed update left does not lower the bar.
+void TestToolTrust::rolledBackCopyIsNotADowngrade()
+{
+    installRelease(QStringLiteral("2026.11.01"));
+    installRelease(QStringLiteral("2026.11.20"));
+    const QString statePath = dataFolder() + QStringLiteral("/kestreldl2.state");
+    const QByteArray state = readAll(statePath);
+    QVERIFY2(state.contains("\nhighest-tool-version 2026.11.20\n"), state.constData());
+    QVERIFY(feed().publishTool(ReleaseScripts::tool(QStringLiteral("2026.11.10"))));
+    QVERIFY(update().crashed());
+    QVERIFY(readAll(statePath).contains("\nhighest-tool-version 2026.11.20\n"));
+}
+
+void TestToolTrust::staleNewestReleaseIsReported()
+{
+    installRelease(QStringLiteral("2026.01.05"));
+    const RunResult result = update();
+    QVERIFY2(result.succeeded(), result.err.constData());
+    const QByteArray warning = "yt-dlp_linux 2026.01.05, the newest release the feed offers, is "
+                               + QByteArray::number(daysSince(QDate(2026, 1, 5)))
+                               + " days old: the feed may no longer follow the tool's releases";
+    QCOMPARE(result.err, "kestreldl2: warning: " + warning + '\n');
+    QVERIFY(logText().contains(QString::fromUtf8(warning)));
+
+    // A release of last week says nothing.
+    QVERIFY(feed().publishTool(ReleaseScripts::tool(QStringLiteral("2026.11.20"))));
+    const RunResult fresh = update();
+    QVERIFY2(fresh.succeeded(), fresh.err.constData());
+    QCOMPARE(fresh.err, QByteArray());
+}
+
+void TestToolTrust::silentFeedIsReported()
+{
+    installRelease(QStringLiteral("2026.11.20"));
+    const QString statePath = dataFolder() + QStringLiteral("/kestreldl2.state");
+    const qint64 fortyDaysAgo = QDateTime::currentSecsSinceEpoch() - 40 * 24 * 3600;
+    QByteArray state = readAll(statePath);
+    const qsizetype start = state.indexOf("last-check ");
+    state.replace(start, state.indexOf('\n', start) - start, "last-check " + QByteArray::number(fortyDaysAgo));
+    writeFile(statePath, state);
+    feed().stop();
+
+    const RunResult result = update();
+    QVERIFY(result.crashed());
+    QVERIFY2(result.err.startsWith("kestreldl2: warning: the tool's feed has not answered for 40 days: the managed "
+                                   "yt-dlp gets no updates\nkestreldl2: update refused: SHA2-256SUMS: "),
+             result.err.constData());
+    QVERIFY(logText().contains(QStringLiteral("the tool's feed has not answered for 40 days")));
+}
+
+// A program called gpgv early on PATH that prints what a good signature
+// looks like: the launcher never asks it.
+void TestToolTrust::gpgvOnPathIsNotUsed()
+{
+    installRelease(QStringLiteral("2026.11.01"));
+    const QString marker = path(QStringLiteral("fake-gpgv-ran"));
+    writeFile(fakeBin() + QStringLiteral("/gpgv"),
+              "#!/bin/sh\ntouch '" + marker.toUtf8()
+                  + "'\necho '[GNUPG:] GOODSIG 0000000000000000 Anybody'\n"
+                    "echo '[GNUPG:] VALIDSIG AC0CBBE6848D6A873464AF4E57CF65933B5A7581'\nexit 0\n",
+              true);
+    QVERIFY(feed().publishTool(ReleaseScripts::tool(QStringLiteral("2026.11.20"))));
+    QVERIFY(feed().signSums(TestSigningKeys::Signer::Stranger));
+    const RunResult result = update();
+    QVERIFY(result.crashed());
+    QCOMPARE(result.err,
+             QByteArray("kestreldl2: update refused: SHA2-256SUMS.sig: signed by another key than the tool's release key\n"));
+    QCOMPARE(installedTool(), ReleaseScripts::tool(QStringLiteral("2026.11.01")));
+    QVERIFY(!QFileInfo::exists(marker));
+}
+
+void TestToolTrust::redirectionsAreOnRecord()
+{
+    const RunResult result = update();
+    QVERIFY2(result.succeeded(), result.err.constData());
+    const QByteArrayList expected{
+        "kestreldl2: KESTREL_TOOL_FEED is set: " + feed().address().toUtf8(),
+        "kestreldl2: KESTREL_JS_RUNTIME_FEED is set: " + feed().address().toUtf8(),
+        "kestreldl2: KESTREL_TOOL_KEYRING is set: " + QFile::encodeName(keys().releaseKeyFile())};
+    QCOMPARE(result.redirections, expected);
+    QCOMPARE(logText().count(QStringLiteral("KESTREL_TOOL_FEED is set: ")), 1);
+
+    // A tool run keeps standard error for the tool, and the log has them.
+    const RunResult run = runLauncher({QStringLiteral("--get-title"), QStringLiteral("https://youtu.be/kestrel")});
+    QVERIFY2(run.succeeded(), run.err.constData());
+    QCOMPARE(run.redirections, QByteArrayList());
+    QCOMPARE(logText().count(QStringLiteral("KESTREL_TOOL_FEED is set: ")), 2);
+    QCOMPARE(logText().count(QStringLiteral("KESTREL_TOOL_KEYRING is set: ")), 2);
+}
+
+void TestToolTrust::tooOldDenoIsNotInstalled()
+{
+    QVERIFY(feed().publishRuntime(oldDeno));
+    const RunResult result = update();
+    QVERIFY(result.crashed());
+    QCOMPARE(result.err, "kestreldl2: update refused: deno-x86_64-unknown-linux-gnu.zip: " + oldDeno
+                             + " is older than Deno 2.3.0, which the tool needs; the installed copy is kept\n");
+    QVERIFY(!QFileInfo::exists(dataFolder() + QStringLiteral("/deno")));
+}
+
+// A Deno an earlier launcher installed without asking its version: not
+// named to the tool, and replaced by the feed's, though the feed's archive
+// is the one the state remembers.
+void TestToolTrust::tooOldManagedDenoIsReplaced()
+{
+    QVERIFY(update().succeeded());
+    writeFile(dataFolder() + QStringLiteral("/deno"), ReleaseScripts::answering(oldDeno), true);
+
+    QVERIFY(runLauncher({QStringLiteral("--get-title"), QStringLiteral("https://youtu.be/kestrel")}).succeeded());
+    const QStringList run = recordedRuns().value(0);
+    QVERIFY2(!run.contains(QStringLiteral("--js-runtimes")), qPrintable(run.join(QLatin1Char(' '))));
+
+    // The run started the replacement beside it; an update waits for it.
+    const RunResult result = update();
+    QVERIFY2(result.succeeded(), result.err.constData());
+    QCOMPARE(readAll(dataFolder() + QStringLiteral("/deno")), ReleaseScripts::answering(currentDeno));
+}
+
+KESTREL_TEST_MAIN(TestToolTrust)
+#include "tst_tooltrust.moc"
