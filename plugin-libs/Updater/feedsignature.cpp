@@ -52,10 +52,10 @@ bool FeedSignature::start(const QByteArray &feed, const QByteArray &signature, c
     gpgv->setProgram(ReleaseKey::gpgvPath());
     // A home folder that does not exist keeps the user's own keyrings and
     // settings out of the check; gpgv does not create it.
-    gpgv->setArguments({QStringLiteral("--homedir"), m_folder->filePath(QStringLiteral("no-home")),
+    gpgv->setArguments({QStringLiteral("--homedir"), nativePath(QStringLiteral("no-home")),
                         QStringLiteral("--status-fd"), QStringLiteral("1"),
-                        QStringLiteral("--keyring"), m_folder->filePath(QStringLiteral("keyring.gpg")),
-                        m_folder->filePath(QStringLiteral("feed.json.sig")), m_folder->filePath(QStringLiteral("feed.json"))});
+                        QStringLiteral("--keyring"), nativePath(QStringLiteral("keyring.gpg")),
+                        nativePath(QStringLiteral("feed.json.sig")), nativePath(QStringLiteral("feed.json"))});
     gpgv->setStandardInputFile(QProcess::nullDevice());
     connect(gpgv, &QProcess::finished, this, &FeedSignature::whenGpgvFinished);
     connect(gpgv, &QProcess::errorOccurred, this, [this](QProcess::ProcessError problem) {
@@ -89,6 +89,12 @@ QString FeedSignature::judge(int exitCode, const QByteArray &statusLines)
     if (hasStatus(statusLines, "BADSIG"))
         return tr("its signature does not match its content");
     return tr("its signature is not a valid signature");
+}
+
+// gpgv.exe is given its files the way Windows writes paths.
+QString FeedSignature::nativePath(const QString &name) const
+{
+    return QDir::toNativeSeparators(m_folder->filePath(name));
 }
 
 bool FeedSignature::writeFile(const QString &name, const QByteArray &content, QString *error) const

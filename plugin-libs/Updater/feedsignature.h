@@ -42,6 +42,7 @@ signals:
     void refused(const QString &reason);
 
 private:
+    QString nativePath(const QString &name) const;
     bool writeFile(const QString &name, const QByteArray &content, QString *error) const;
     void whenGpgvFinished();
     void whenGpgvFailedToStart();
