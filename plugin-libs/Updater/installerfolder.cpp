@@ -9,10 +9,6 @@ namespace InstallerFolder {
 
 namespace {
 
-constexpr QFileDevice::Permissions ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner;
-constexpr QFileDevice::Permissions groupOrOthers = QFileDevice::ReadGroup | QFileDevice::WriteGroup | QFileDevice::ExeGroup
-                                                 | QFileDevice::ReadOther | QFileDevice::WriteOther | QFileDevice::ExeOther;
-
 QString parentLocation()
 {
 #if defined(Q_OS_WIN)
@@ -48,6 +44,9 @@ bool makeOwnerOnly(const QString &folder)
     Q_UNUSED(folder)
     return true;
 #else
+    const QFileDevice::Permissions ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner;
+    const QFileDevice::Permissions groupOrOthers = QFileDevice::ReadGroup | QFileDevice::WriteGroup | QFileDevice::ExeGroup
+                                                 | QFileDevice::ReadOther | QFileDevice::WriteOther | QFileDevice::ExeOther;
     return QFile::setPermissions(folder, ownerOnly) && (QFile::permissions(folder) & groupOrOthers) == 0;
 #endif
 }
