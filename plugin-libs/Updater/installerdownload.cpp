@@ -3,6 +3,7 @@
 #include "releasefeed.h"
 
 #include <QDir>
+#include <QLocale>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
@@ -40,6 +41,7 @@ bool InstallerDownload::start(QString *error)
     request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
     m_reply = m_network->get(request);
 
+    connect(m_reply, &QNetworkReply::metaDataChanged, this, &InstallerDownload::whenMetaDataChanged);
     connect(m_reply, &QNetworkReply::readyRead, this, &InstallerDownload::whenReadyRead);
     connect(m_reply, &QNetworkReply::redirected, this, &InstallerDownload::whenRedirected);
     connect(m_reply, &QNetworkReply::downloadProgress, this, &InstallerDownload::progress);
@@ -60,6 +62,17 @@ void InstallerDownload::abort()
     discardPartialFile();
 }
 
+// Refused before the body arrives when the server announces its size.
+void InstallerDownload::whenMetaDataChanged()
+{
+    if (!m_reply || !m_stopReason.isEmpty())
+        return;
+    bool known = false;
+    const qint64 announced = m_reply->header(QNetworkRequest::ContentLengthHeader).toLongLong(&known);
+    if (known && announced > m_target.maximumSize)
+        stopWith(tooLargeMessage());
+}
+
 void InstallerDownload::whenReadyRead()
 {
     if (m_reply)
@@ -73,6 +86,11 @@ void InstallerDownload::consume(QNetworkReply *reply)
     // the finished handler reports the status.
     if (!m_stopReason.isEmpty() || reply->error() != QNetworkReply::NoError)
         return;
+    m_received += data.size();
+    if (m_received > m_target.maximumSize) {
+        stopWith(tooLargeMessage());
+        return;
+    }
     m_hash.addData(data);
     if (m_file.write(data) != data.size())
         stopWith(tr("Could not save the installer as \"%1\": %2").arg(QDir::toNativeSeparators(partPath()), m_file.errorString()));
@@ -95,6 +113,12 @@ void InstallerDownload::stopWith(const QString &message)
     m_stopReason = message;
     if (m_reply)
         m_reply->abort();
+}
+
+QString InstallerDownload::tooLargeMessage() const
+{
+    return tr("The installer was refused: it is larger than %1, more than an installer may be.")
+        .arg(QLocale().formattedDataSize(m_target.maximumSize, 0));
 }
 
 void InstallerDownload::whenFinished()

@@ -1,13 +1,19 @@
 #include "updaterplugin.h"
 
 #include "dialogparent.h"
+#include "feedsignature.h"
 #include "installerdownload.h"
+#include "installerfolder.h"
+#include "releasekey.h"
 #include "updatersettings.h"
 
 #include <QApplication>
+#include <QCryptographicHash>
 #include <QDebug>
 #include <QDesktopServices>
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QLocale>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
@@ -15,7 +21,6 @@
 #include <QProcess>
 #include <QProgressBar>
 #include <QProgressDialog>
-#include <QStandardPaths>
 #include <QUrl>
 
 #include <utility>
@@ -24,6 +29,8 @@ namespace {
 
 // A release feed is a few hundred bytes; anything near this size is not one.
 constexpr qint64 maximumFeedSize = 1024 * 1024;
+// A detached signature is a few hundred bytes.
+constexpr qint64 maximumSignatureSize = 64 * 1024;
 
 // Set to 1, the verified installer is only logged, never started: tests and
 // trial runs go through every other step without installing anything.
@@ -109,8 +116,15 @@ void UpdaterPlugin::finish()
         download->abort(); // removes the partial file
         download->deleteLater();
     }
+    if (FeedSignature *signature = m_signature.data()) {
+        m_signature.clear();
+        signature->disconnect(this);
+        signature->abort(); // ends gpgv
+        signature->deleteLater();
+    }
     closeProgress();
     closeBox();
+    m_feedDocument.clear();
     m_feedStopReason.clear();
     m_release.reset();
     m_stage = Stage::Idle;
@@ -142,6 +156,8 @@ void UpdaterPlugin::begin(int releaseNumber, const QString &text, bool quiet)
     m_text = text;
     m_timeoutMs = settings.timeoutMs;
     m_release.reset();
+    m_feedUrl = settings.feedUrl;
+    m_feedDocument.clear();
     m_feedStopReason.clear();
     m_stage = Stage::FetchingFeed;
 
@@ -157,15 +173,22 @@ void UpdaterPlugin::begin(int releaseNumber, const QString &text, bool quiet)
         return;
     }
 
-    QNetworkRequest request(settings.feedUrl);
+    m_feedReply = fetch(settings.feedUrl);
+    connect(m_feedReply, &QNetworkReply::finished, this, &UpdaterPlugin::whenFeedFinished);
+}
+
+// The feed and its signature are fetched alike; the caller connects the end.
+QNetworkReply *UpdaterPlugin::fetch(const QUrl &url)
+{
+    QNetworkRequest request(url);
     request.setTransferTimeout(m_timeoutMs);
     // Every hop of a redirect must pass the same address check.
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::UserVerifiedRedirectPolicy);
     request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
-    m_feedReply = network()->get(request);
-    connect(m_feedReply, &QNetworkReply::redirected, this, &UpdaterPlugin::whenFeedRedirected);
-    connect(m_feedReply, &QNetworkReply::downloadProgress, this, &UpdaterPlugin::whenFeedProgress);
-    connect(m_feedReply, &QNetworkReply::finished, this, &UpdaterPlugin::whenFeedFinished);
+    QNetworkReply *reply = network()->get(request);
+    connect(reply, &QNetworkReply::redirected, this, &UpdaterPlugin::whenFeedRedirected);
+    connect(reply, &QNetworkReply::downloadProgress, this, &UpdaterPlugin::whenFeedProgress);
+    return reply;
 }
 
 void UpdaterPlugin::whenFeedRedirected(const QUrl &url)
@@ -183,10 +206,30 @@ void UpdaterPlugin::whenFeedRedirected(const QUrl &url)
 
 void UpdaterPlugin::whenFeedProgress(qint64 received)
 {
-    if (!m_feedReply || received <= maximumFeedSize)
+    if (!m_feedReply)
         return;
-    m_feedStopReason = tr("The release information from the update server is too large to be a release feed.");
+    if (m_stage == Stage::FetchingFeed && received > maximumFeedSize)
+        m_feedStopReason = tr("The release information from the update server is too large to be a release feed.");
+    else if (m_stage == Stage::FetchingSignature && received > maximumSignatureSize)
+        m_feedStopReason = tr("The signature of the release information is too large to be a signature.");
+    else
+        return;
     m_feedReply->abort();
+}
+
+QString UpdaterPlugin::transferProblem(QNetworkReply *reply) const
+{
+    if (!m_feedStopReason.isEmpty() || reply->error() == QNetworkReply::NoError)
+        return m_feedStopReason;
+    const QVariant status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
+    if (status.isValid() && status.toInt() >= 400)
+        return tr("Could not get the release information: the update server answered HTTP %1 %2.")
+            .arg(status.toInt())
+            .arg(reply->attribute(QNetworkRequest::HttpReasonPhraseAttribute).toString());
+    if (reply->error() == QNetworkReply::OperationCanceledError || reply->error() == QNetworkReply::TimeoutError)
+        // Nothing on this side stopped it, so the transfer timeout did.
+        return tr("The update server did not answer within %1 seconds.").arg(m_timeoutMs / 1000.0);
+    return tr("Could not reach the update server: %1").arg(reply->errorString());
 }
 
 void UpdaterPlugin::whenFeedFinished()
@@ -197,31 +240,100 @@ void UpdaterPlugin::whenFeedFinished()
     m_feedReply.clear();
     reply->deleteLater();
 
-    QString message = std::exchange(m_feedStopReason, QString());
-    if (message.isEmpty() && reply->error() != QNetworkReply::NoError) {
-        const QVariant status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
-        if (status.isValid() && status.toInt() >= 400)
-            message = tr("Could not get the release information: the update server answered HTTP %1 %2.")
-                          .arg(status.toInt())
-                          .arg(reply->attribute(QNetworkRequest::HttpReasonPhraseAttribute).toString());
-        else if (reply->error() == QNetworkReply::OperationCanceledError || reply->error() == QNetworkReply::TimeoutError)
-            // Nothing on this side stopped it, so the transfer timeout did.
-            message = tr("The update server did not answer within %1 seconds.").arg(m_timeoutMs / 1000.0);
-        else
-            message = tr("Could not reach the update server: %1").arg(reply->errorString());
-    }
+    const QString message = transferProblem(reply);
+    m_feedStopReason.clear();
     if (!message.isEmpty()) {
         fail(message);
         return;
     }
+    m_feedDocument = reply->readAll();
+    fetchSignature();
+}
 
+// The detached signature lies beside the feed, under its address with ".sig" added.
+void UpdaterPlugin::fetchSignature()
+{
+    QUrl address = m_feedUrl;
+    address.setPath(m_feedUrl.path() + QStringLiteral(".sig"));
+    m_stage = Stage::FetchingSignature;
+    m_feedReply = fetch(address);
+    connect(m_feedReply, &QNetworkReply::finished, this, &UpdaterPlugin::whenSignatureFinished);
+}
+
+void UpdaterPlugin::whenSignatureFinished()
+{
+    QNetworkReply *reply = m_feedReply.data();
+    if (!reply)
+        return;
+    m_feedReply.clear();
+    reply->deleteLater();
+
+    const QVariant status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
+    if (m_feedStopReason.isEmpty() && status.isValid() && status.toInt() >= 400) {
+        fail(tr("The release information from the update server was refused: it is not signed (its signature %1 could not be fetched: HTTP %2 %3).")
+                 .arg(reply->url().toString())
+                 .arg(status.toInt())
+                 .arg(reply->attribute(QNetworkRequest::HttpReasonPhraseAttribute).toString()));
+        return;
+    }
+    const QString message = transferProblem(reply);
+    m_feedStopReason.clear();
+    if (!message.isEmpty()) {
+        fail(message);
+        return;
+    }
+    verifyFeed(reply->readAll());
+}
+
+void UpdaterPlugin::verifyFeed(const QByteArray &signature)
+{
+    const ReleaseKey::Keyring keyring = ReleaseKey::keyring();
+    // A test's key beside the release key: said on every check, so a variable
+    // slipped into the user's environment is never silent.
+    if (!keyring.addedFile.isEmpty())
+        logInfo(QStringLiteral("%1 is set: the keys in \"%2\" are accepted beside the release key for this check")
+                    .arg(QLatin1String(ReleaseKey::addedKeysVariable), keyring.addedFile));
+    if (!keyring.problem.isEmpty())
+        logWarning(QStringLiteral("%1 is not used: %2").arg(QLatin1String(ReleaseKey::addedKeysVariable), keyring.problem));
+
+    auto *check = new FeedSignature(this);
+    QString error;
+    if (!check->start(m_feedDocument, signature, keyring.keys, &error)) {
+        delete check;
+        fail(error);
+        return;
+    }
+    m_signature = check;
+    m_stage = Stage::VerifyingFeed;
+    connect(check, &FeedSignature::verified, this, &UpdaterPlugin::whenFeedVerified);
+    connect(check, &FeedSignature::refused, this, &UpdaterPlugin::whenFeedRefused);
+}
+
+void UpdaterPlugin::whenFeedVerified()
+{
+    if (FeedSignature *check = m_signature.data()) {
+        m_signature.clear();
+        check->deleteLater();
+    }
+    logInfo(QStringLiteral("the release information is signed by the release key"));
     QString reason;
-    const std::optional<ReleaseFeed::Release> release = ReleaseFeed::parse(reply->readAll(), ReleaseFeed::platformKey(), &reason);
+    const std::optional<ReleaseFeed::Release> release =
+        ReleaseFeed::parse(std::exchange(m_feedDocument, QByteArray()), ReleaseFeed::platformKey(), &reason);
     if (!release) {
         fail(tr("The release information from the update server is not readable: %1.").arg(reason));
         return;
     }
     decide(*release);
+}
+
+void UpdaterPlugin::whenFeedRefused(const QString &reason)
+{
+    if (FeedSignature *check = m_signature.data()) {
+        m_signature.clear();
+        check->deleteLater();
+    }
+    m_feedDocument.clear();
+    fail(tr("The release information from the update server was refused: %1.").arg(reason));
 }
 
 void UpdaterPlugin::decide(const ReleaseFeed::Release &release)
@@ -274,16 +386,16 @@ void UpdaterPlugin::whenAnswer(QMessageBox::StandardButton answer)
 
 void UpdaterPlugin::startDownload()
 {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
-    if (folder.isEmpty() || !QDir().mkpath(folder)) {
-        fail(tr("Could not find or create the download folder \"%1\".").arg(folder));
+    const InstallerFolder::Preparation folder = InstallerFolder::prepare();
+    if (!folder.problem.isEmpty()) {
+        fail(tr("The installer cannot be downloaded: %1.").arg(folder.problem));
         return;
     }
 
     InstallerDownload::Target target;
     target.url = m_release->installer->url;
     target.sha256 = m_release->installer->sha256;
-    target.finalPath = QDir(folder).filePath(ReleaseFeed::installerFileName());
+    target.finalPath = QDir(folder.path).filePath(ReleaseFeed::installerFileName());
     target.timeoutMs = m_timeoutMs;
 
     auto *download = new InstallerDownload(network(), target, this);
@@ -331,8 +443,16 @@ void UpdaterPlugin::whenDownloadSucceeded(const QString &path)
     closeProgress();
     logInfo(QStringLiteral("installer verified: %1").arg(path));
 
-    QString error;
-    if (!startInstaller(path, &error)) {
+    emit installerSaved(path);
+    if (m_stage != Stage::Downloading)
+        return; // finish() was called meanwhile
+    // Checked again from the disk right before the start: the file that
+    // runs must be the file that was verified.
+    QString error = installerChange(path);
+    if (error.isEmpty())
+        error = startInstaller(path);
+    if (!error.isEmpty()) {
+        QFile::remove(path);
         fail(error);
         return;
     }
@@ -382,26 +502,50 @@ void UpdaterPlugin::whenDownloadCancelled()
     m_stage = Stage::Idle;
 }
 
-bool UpdaterPlugin::startInstaller(const QString &path, QString *error)
+// Why the installer on disk is no longer the one verified, or an empty string.
+QString UpdaterPlugin::installerChange(const QString &path) const
 {
+    QFile file(path);
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    if (!file.open(QIODevice::ReadOnly) || !hash.addData(&file))
+        return tr("The downloaded installer could not be read again before its start and was deleted.");
+    if (hash.result() != m_release->installer->sha256)
+        return tr("The downloaded installer was changed after its check and was deleted; it was not started.");
+    return QString();
+}
+
+// Starts the installer, or says why it was not started.
+QString UpdaterPlugin::startInstaller(const QString &path)
+{
+    const QString refusal = InstallerFolder::startRefusal(path);
+    if (!refusal.isEmpty())
+        return tr("The installer was not started: %1.").arg(refusal);
+    const QString folder = QFileInfo(path).absolutePath();
+#if !defined(Q_OS_WIN)
+    logInfo(QStringLiteral("the package is kept for you to install in %1").arg(folder));
+#endif
     if (qEnvironmentVariableIntValue(noLaunchVariable) == 1) {
         logInfo(QStringLiteral("%1 is set; the installer is not started: %2").arg(QLatin1String(noLaunchVariable), path));
-        return true;
+        return QString();
     }
 #if defined(Q_OS_WIN)
-    if (QProcess::startDetached(path, {}))
-        return true;
+    // By absolute path, in its own folder: no other program of that name is
+    // found instead, and no library planted in a shared folder is loaded.
+    if (QProcess::startDetached(path, {}, folder))
+        return QString();
     // An installer that asks for administrator rights cannot be started as a
     // plain process; the shell can, and shows the elevation prompt.
     if (QDesktopServices::openUrl(QUrl::fromLocalFile(path)))
-        return true;
+        return QString();
 #else
-    // The desktop hands the package to the system's package installer.
-    if (QDesktopServices::openUrl(QUrl::fromLocalFile(path)))
-        return true;
+    // The package stays the user's to install: the desktop hands it to the
+    // system's package installer, and the folder that holds it is shown.
+    if (QDesktopServices::openUrl(QUrl::fromLocalFile(path))) {
+        QDesktopServices::openUrl(QUrl::fromLocalFile(folder));
+        return QString();
+    }
 #endif
-    *error = tr("The installer was saved as \"%1\" but could not be started. Please open it yourself.").arg(QDir::toNativeSeparators(path));
-    return false;
+    return tr("The installer \"%1\" could not be started and was deleted.").arg(QDir::toNativeSeparators(path));
 }
 
 void UpdaterPlugin::fail(const QString &message)

@@ -10,6 +10,7 @@
 
 #include <optional>
 
+class FeedSignature;
 class InstallerDownload;
 class QNetworkAccessManager;
 class QNetworkReply;
@@ -17,9 +18,11 @@ class QProgressBar;
 class QProgressDialog;
 class QWidget;
 
-// The application updater: asks the update server's release feed whether a
-// newer build exists, offers it to the user, downloads the installer for this
-// system, verifies its SHA-256 and starts it.
+// The application updater: fetches the update server's release feed and its
+// signature, checks the signature against the application's release key,
+// asks the feed whether a newer build exists, offers it to the user,
+// downloads the installer for this system into a private folder, verifies
+// its SHA-256 and, after checking the file on disk once more, starts it.
 //
 // Every step runs from the event loop; no call blocks and no dialog runs its
 // own event loop, so finish() can stop whatever is under way at any moment.
@@ -41,10 +44,18 @@ public:
     void updateNow(int releaseNumber, QString text) override;
     void finish() override;
 
+signals:
+    // The verified installer has its final name, and is about to be checked
+    // once more and started. Lets a test change the file in between, as an
+    // attacker on the same disk would.
+    void installerSaved(const QString &path);
+
 private:
     enum class Stage {
         Idle,
         FetchingFeed,
+        FetchingSignature,
+        VerifyingFeed,
         Asking,
         Downloading,
         Reporting, // a closing message is on the screen
@@ -54,6 +65,13 @@ private:
     void whenFeedRedirected(const QUrl &url);
     void whenFeedProgress(qint64 received);
     void whenFeedFinished();
+    void fetchSignature();
+    void whenSignatureFinished();
+    void verifyFeed(const QByteArray &signature);
+    void whenFeedVerified();
+    void whenFeedRefused(const QString &reason);
+    QNetworkReply *fetch(const QUrl &url);
+    QString transferProblem(QNetworkReply *reply) const;
     void decide(const ReleaseFeed::Release &release);
     void whenAnswer(QMessageBox::StandardButton answer);
     void startDownload();
@@ -62,7 +80,8 @@ private:
     void whenDownloadFailed(const QString &message);
     void whenDownloadCancelled();
     void reportInstallation(bool quiet);
-    bool startInstaller(const QString &path, QString *error);
+    QString installerChange(const QString &path) const;
+    QString startInstaller(const QString &path);
     void fail(const QString &message);
 
     QMessageBox *showBox(QMessageBox::Icon icon, const QString &text, QMessageBox::StandardButtons buttons);
@@ -88,7 +107,12 @@ private:
     QTimer m_pendingCheck;
     int m_pendingReleaseNumber = 0;
     QString m_pendingText;
+    QUrl m_feedUrl;
+    // The feed or, after it, its signature.
     QPointer<QNetworkReply> m_feedReply;
+    // The feed exactly as received: these bytes are verified, then parsed.
+    QByteArray m_feedDocument;
+    QPointer<FeedSignature> m_signature;
     // Why the feed transfer was stopped from this side; reported when it finishes.
     QString m_feedStopReason;
     QPointer<InstallerDownload> m_download;

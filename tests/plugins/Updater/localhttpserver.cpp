@@ -122,12 +122,15 @@ void LocalHttpServer::answer(QTcpSocket *socket, const QString &target)
 
     QByteArray head = "HTTP/1.1 " + QByteArray::number(route.status) + ' ' + reasonPhrase(route.status) + "\r\n";
     head += "Content-Type: application/octet-stream\r\n";
-    head += "Content-Length: " + QByteArray::number(route.body.size()) + "\r\n";
+    if (route.mode == Mode::HugeLength)
+        head += "Content-Length: " + QByteArray::number(qint64(1) << 30) + "\r\n";
+    else if (route.mode != Mode::Unsized)
+        head += "Content-Length: " + QByteArray::number(route.body.size()) + "\r\n";
     if (!route.location.isEmpty())
         head += "Location: " + route.location + "\r\n";
     head += "Connection: close\r\n\r\n";
 
-    if (route.mode == Mode::Whole) {
+    if (route.mode != Mode::Trickle) {
         socket->write(head + route.body);
         socket->disconnectFromHost();
         return;

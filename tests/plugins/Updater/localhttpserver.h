@@ -23,7 +23,9 @@ public:
     enum class Mode {
         Whole,  // the complete answer at once
         Stall,  // read the request, never answer
-        Trickle // headers at once, then the body a piece at a time
+        Trickle, // headers at once, then the body a piece at a time
+        HugeLength, // announces a body of 1 GiB, sends the route's body and closes
+        Unsized     // no Content-Length: the body runs until the connection closes
     };
 
     struct Route

@@ -68,12 +68,8 @@ void TestUpdaterAddresses::plainHttpElsewhereIsRefusedWithoutContact()
 
 void TestUpdaterAddresses::refusedInstallerAddressIsNeverContacted()
 {
-    m_server->setRoute(QStringLiteral("/feed.json"),
-                       {200,
-                        feed(2024, QStringLiteral("2.0.024"), QStringLiteral("25.0901"), sha256Hex(m_installer),
-                             QStringLiteral("http://192.0.2.1/KestrelD")),
-                        LocalHttpServer::Mode::Whole,
-                        {}});
+    serveSignedFeed(feed(2024, QStringLiteral("2.0.024"), QStringLiteral("25.0901"), sha256Hex(m_installer),
+                         QStringLiteral("http://192.0.2.1/KestrelD")));
     ModalCatcher answerer({QMessageBox::Ok}, ModalCatcher::Reach::MessageBoxesOnly);
 
     m_updater->updateNow(2023, QStringLiteral("25.0826"));
@@ -85,7 +81,7 @@ void TestUpdaterAddresses::refusedInstallerAddressIsNeverContacted()
              QStringLiteral("The release information from the update server is not readable: installer for \"%1\": "
                             "\"http://192.0.2.1/KestrelD\" was refused: only secure https addresses are accepted.")
                  .arg(thisSystem));
-    QCOMPARE(m_server->requests(), QStringList{QStringLiteral("GET /feed.json")});
+    QCOMPARE(m_server->requests(), (QStringList{QStringLiteral("GET /feed.json"), QStringLiteral("GET /feed.json.sig")}));
     QCOMPARE(m_done->count(), 0);
 }
 
@@ -114,12 +110,11 @@ void TestUpdaterAddresses::redirectsWithinAllowedAddressesAreFollowed()
     writeSettings(m_server->url(QStringLiteral("/old/feed.json")).toString());
     m_server->setRoute(QStringLiteral("/old/feed.json"),
                        {302, QByteArray(), LocalHttpServer::Mode::Whole, m_server->url(QStringLiteral("/feed.json")).toEncoded()});
-    m_server->setRoute(QStringLiteral("/feed.json"),
-                       {200,
-                        feed(2024, QStringLiteral("2.0.024"), QStringLiteral("25.0901"), sha256Hex(m_installer),
-                             m_server->url(QStringLiteral("/latest")).toString()),
-                        LocalHttpServer::Mode::Whole,
-                        {}});
+    serveSignedFeed(feed(2024, QStringLiteral("2.0.024"), QStringLiteral("25.0901"), sha256Hex(m_installer),
+                         m_server->url(QStringLiteral("/latest")).toString()));
+    // The signature lies beside the configured address, and is redirected alike.
+    m_server->setRoute(QStringLiteral("/old/feed.json.sig"),
+                       {302, QByteArray(), LocalHttpServer::Mode::Whole, m_server->url(QStringLiteral("/feed.json.sig")).toEncoded()});
     m_server->setRoute(QStringLiteral("/latest"), {302, QByteArray(), LocalHttpServer::Mode::Whole, installerPath.toLatin1()});
     ModalCatcher answerer({QMessageBox::Yes}, ModalCatcher::Reach::MessageBoxesOnly);
 
@@ -129,6 +124,8 @@ void TestUpdaterAddresses::redirectsWithinAllowedAddressesAreFollowed()
     QCOMPARE(m_server->requests(), (QStringList{
                                        QStringLiteral("GET /old/feed.json"),
                                        QStringLiteral("GET /feed.json"),
+                                       QStringLiteral("GET /old/feed.json.sig"),
+                                       QStringLiteral("GET /feed.json.sig"),
                                        QStringLiteral("GET /latest"),
                                        QStringLiteral("GET ") + installerPath,
                                    }));

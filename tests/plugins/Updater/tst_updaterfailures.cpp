@@ -44,8 +44,7 @@ void TestUpdaterFailures::damagedInstallerIsDeletedAndNeverStarted()
     QFETCH(bool, quiet);
     QByteArray damaged = m_installer;
     damaged[damaged.size() / 2] = static_cast<char>(damaged.at(damaged.size() / 2) ^ 0x01);
-    m_server->setRoute(QStringLiteral("/feed.json"),
-                       {200, feed(2024, QStringLiteral("2.0.024"), QStringLiteral("25.0901"), sha256Hex(damaged)), LocalHttpServer::Mode::Whole, {}});
+    serveSignedFeed(feed(2024, QStringLiteral("2.0.024"), QStringLiteral("25.0901"), sha256Hex(damaged)));
     LogCapture log;
     ModalCatcher answerer({QMessageBox::Yes, QMessageBox::Ok}, ModalCatcher::Reach::MessageBoxesOnly);
 
@@ -103,6 +102,9 @@ void TestUpdaterFailures::feedFailuresAreReported()
         const quint16 port = closed.serverPort();
         closed.close();
         writeSettings(QStringLiteral("http://127.0.0.1:%1/feed.json").arg(port));
+    } else if (status == 200) {
+        // Signed as it is: what fails is the feed itself, not its signature.
+        serveSignedFeed(body);
     } else {
         m_server->setRoute(QStringLiteral("/feed.json"), {status, body, LocalHttpServer::Mode::Whole, {}});
     }
@@ -135,7 +137,7 @@ void TestUpdaterFailures::newerBuildWithoutInstallerForThisSystemIsReported()
 {
     const QByteArray onlyOther = R"({"releaseNumber": 2024, "version": "2.0.024", "buildDate": "25.0901",
         "installers": {"plan9": {"url": "https://updates.kestrel-downloader.example/KestrelD", "sha256": "00"}}})";
-    m_server->setRoute(QStringLiteral("/feed.json"), {200, onlyOther, LocalHttpServer::Mode::Whole, {}});
+    serveSignedFeed(onlyOther);
     ModalCatcher answerer({QMessageBox::Ok}, ModalCatcher::Reach::MessageBoxesOnly);
 
     m_updater->updateNow(2023, QStringLiteral("25.0826"));

@@ -33,7 +33,8 @@ void TestUpdaterStartUpCheck::startUpCheckWaitsForTheFirstFrame()
     QCoreApplication::processEvents();
     QVERIFY(log.texts().filter(QStringLiteral("[UPD] quiet check")).isEmpty());
     QVERIFY(m_server->requests().isEmpty());
-    QTRY_COMPARE(m_server->requests(), QStringList{QStringLiteral("GET /feed.json")});
+    QTRY_VERIFY(!m_server->requests().isEmpty());
+    QCOMPARE(m_server->requests().first(), QStringLiteral("GET /feed.json"));
     QVERIFY2(clock.elapsed() >= 200, qPrintable(QString::number(clock.elapsed())));
 }
 
@@ -55,7 +56,7 @@ void TestUpdaterStartUpCheck::manualRequestReplacesAWaitingStartUpCheck()
     QTRY_COMPARE(answerer.boxes().size(), 1);
     QCOMPARE(answerer.boxes().first().icon, QMessageBox::Information);
     QVERIFY(staysQuietFor(600));
-    QCOMPARE(m_server->requests(), QStringList{QStringLiteral("GET /feed.json")});
+    QCOMPARE(m_server->requests(), feedRequests());
 }
 
 KESTREL_TEST_MAIN(TestUpdaterStartUpCheck)

@@ -50,6 +50,15 @@ void UpdaterFixture::initTestCase()
     QVERIFY2(QStandardPaths::writableLocation(QStandardPaths::DownloadLocation).startsWith(QDir::homePath()),
              "the download folder must lie in the test's private home");
 
+    m_signer = std::make_unique<FeedSigner>();
+#if defined(Q_OS_WIN)
+    if (!m_signer->isValid())
+        QSKIP("gpg is needed to sign the test feeds and is not available here");
+#endif
+    QVERIFY2(m_signer->isValid(), "gpg must make the throw-away signing keys");
+    // Added to the release key, which stays accepted: the test key signs the feeds.
+    qputenv("KESTREL_UPDATER_KEYRING", m_signer->releaseKeyFile().toLocal8Bit());
+
     m_loader.setFileName(QStringLiteral(KESTREL_UPDATER_PLUGIN));
     m_installer = makeInstaller(300 * 1024);
 }
@@ -143,18 +152,34 @@ QByteArray UpdaterFixture::feed(int releaseNumber, const QString &version, const
 
 void UpdaterFixture::serveFeed(int releaseNumber, const QString &version, const QString &buildDate)
 {
-    m_server->setRoute(QStringLiteral("/feed.json"),
-                       {200, feed(releaseNumber, version, buildDate, sha256Hex(m_installer)), LocalHttpServer::Mode::Whole, {}});
+    serveSignedFeed(feed(releaseNumber, version, buildDate, sha256Hex(m_installer)));
 }
 
-QString UpdaterFixture::finalPath() const
+void UpdaterFixture::serveSignedFeed(const QByteArray &document, FeedSigner::Key key)
+{
+    const QByteArray signature = m_signer->sign(document, key);
+    QVERIFY2(!signature.isEmpty(), "gpg must sign the test feed");
+    m_server->setRoute(QStringLiteral("/feed.json"), {200, document, LocalHttpServer::Mode::Whole, {}});
+    m_server->setRoute(QStringLiteral("/feed.json.sig"), {200, signature, LocalHttpServer::Mode::Whole, {}});
+}
+
+QString UpdaterFixture::installerFolder()
+{
+#if defined(Q_OS_WIN)
+    return QDir::cleanPath(QDir::tempPath() + QStringLiteral("/KestrelD-update"));
+#else
+    return QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation) + QStringLiteral("/updates");
+#endif
+}
+
+QString UpdaterFixture::finalPath()
 {
 #if defined(Q_OS_WIN)
     const QString name = QStringLiteral("KestrelD.exe");
 #else
     const QString name = QStringLiteral("KestrelD.deb");
 #endif
-    return QDir(QStandardPaths::writableLocation(QStandardPaths::DownloadLocation)).filePath(name);
+    return QDir(installerFolder()).filePath(name);
 }
 
 QString UpdaterFixture::launchLine() const
@@ -162,10 +187,16 @@ QString UpdaterFixture::launchLine() const
     return QStringLiteral("[UPD] KESTREL_UPDATER_NO_LAUNCH is set; the installer is not started: %1").arg(finalPath());
 }
 
+QStringList UpdaterFixture::feedRequests()
+{
+    return {QStringLiteral("GET /feed.json"), QStringLiteral("GET /feed.json.sig")};
+}
+
 QStringList UpdaterFixture::installerRequests() const
 {
     QStringList requests = m_server->requests();
     requests.removeAll(QStringLiteral("GET /feed.json"));
+    requests.removeAll(QStringLiteral("GET /feed.json.sig"));
     return requests;
 }
 

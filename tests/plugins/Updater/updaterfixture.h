@@ -1,5 +1,6 @@
 #pragma once
 
+#include "feedsigner.h"
 #include "localhttpserver.h"
 
 #include <QJsonValue>
@@ -14,8 +15,9 @@ class UpdateInterface;
 
 // What every updater suite shares: the built plug-in, loaded anew for each
 // case as each run of the application loads it, a local HTTP server that
-// serves the release feed and the installer, and the settings that point
-// the plug-in at that server. The suites derive from it; its slots set up
+// serves the release feed, its signature and the installer, the settings
+// that point the plug-in at that server, and a throw-away key that the
+// plug-in accepts beside the release key. The suites derive from it; its slots set up
 // and check each case.
 class UpdaterFixture : public QObject
 {
@@ -49,15 +51,22 @@ protected:
     QByteArray feed(int releaseNumber, const QString &version, const QString &buildDate, const QByteArray &sha256,
                     const QJsonValue &installerUrl = QJsonValue()) const;
     void serveFeed(int releaseNumber, const QString &version, const QString &buildDate);
-    QString finalPath() const;
-    QString partPath() const { return finalPath() + QStringLiteral(".part"); }
+    // The document as /feed.json and its detached signature by key as /feed.json.sig.
+    void serveSignedFeed(const QByteArray &document, FeedSigner::Key key = FeedSigner::Key::Release);
+    // The installer's private folder.
+    static QString installerFolder();
+    static QString finalPath();
+    static QString partPath() { return finalPath() + QStringLiteral(".part"); }
     QString launchLine() const;
-    // The request lines the server got, without the feed's.
+    // What every check asks first: the feed, then its signature.
+    static QStringList feedRequests();
+    // The request lines the server got, without the feed's and its signature's.
     QStringList installerRequests() const;
     // True when for timeoutMs the updater does nothing more that a test can
     // see: no request to the server, no signal, no file coming or going.
     bool staysQuietFor(int timeoutMs) const;
 
+    std::unique_ptr<FeedSigner> m_signer;
     QPluginLoader m_loader;
     UpdateInterface *m_updater = nullptr;
     std::unique_ptr<LocalHttpServer> m_server;

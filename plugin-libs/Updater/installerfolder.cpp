@@ -1,0 +1,90 @@
+#include "installerfolder.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+namespace InstallerFolder {
+
+namespace {
+
+QString parentLocation()
+{
+#if defined(Q_OS_WIN)
+    return QDir::tempPath();
+#else
+    return QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
+#endif
+}
+
+QString folderName()
+{
+#if defined(Q_OS_WIN)
+    return QStringLiteral("KestrelD-update");
+#else
+    return QStringLiteral("updates");
+#endif
+}
+
+// A link in the folder's place would send the installer wherever it points.
+bool removeEarlierContent(const QString &folder)
+{
+    const QFileInfo info(folder);
+    if (info.isSymLink())
+        return QFile::remove(folder);
+    return !info.exists() || QDir(folder).removeRecursively();
+}
+
+bool makeOwnerOnly(const QString &folder)
+{
+#if defined(Q_OS_WIN)
+    // The user's temporary folder already keeps other accounts out, and a
+    // new folder inherits its access rules.
+    Q_UNUSED(folder)
+    return true;
+#else
+    const QFileDevice::Permissions ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner;
+    const QFileDevice::Permissions groupOrOthers = QFileDevice::ReadGroup | QFileDevice::WriteGroup | QFileDevice::ExeGroup
+                                                 | QFileDevice::ReadOther | QFileDevice::WriteOther | QFileDevice::ExeOther;
+    return QFile::setPermissions(folder, ownerOnly) && (QFile::permissions(folder) & groupOrOthers) == 0;
+#endif
+}
+
+} // namespace
+
+QString location()
+{
+    const QString parent = parentLocation();
+    return parent.isEmpty() ? QString() : QDir::cleanPath(QDir(parent).absoluteFilePath(folderName()));
+}
+
+Preparation prepare()
+{
+    Preparation result;
+    const QString folder = location();
+    if (folder.isEmpty()) {
+        result.problem = QStringLiteral("there is no folder for the installer on this system");
+        return result;
+    }
+    if (!removeEarlierContent(folder) || !QDir().mkpath(folder) || !makeOwnerOnly(folder)) {
+        result.problem = QStringLiteral("the folder \"%1\" could not be made ready for the installer").arg(QDir::toNativeSeparators(folder));
+        return result;
+    }
+    result.path = folder;
+    return result;
+}
+
+QString startRefusal(const QString &path)
+{
+    const QFileInfo file(path);
+    if (!QDir::isAbsolutePath(path) || QDir::cleanPath(file.absolutePath()) != location())
+        return QStringLiteral("\"%1\" does not lie in the installer's own folder").arg(QDir::toNativeSeparators(path));
+#if defined(Q_OS_WIN)
+    if (!file.fileName().endsWith(QLatin1String(".exe"), Qt::CaseInsensitive))
+        return QStringLiteral("\"%1\" is not a program (.exe)").arg(QDir::toNativeSeparators(path));
+#endif
+    return QString();
+}
+
+} // namespace InstallerFolder
