@@ -31,7 +31,7 @@ class TestToolTrust : public ToolInstallTest
 
 private slots:
     void olderSignedReleaseIsRefused();
-    void rolledBackCopyIsNotADowngrade();
+    void highestVersionIsRemembered();
     void staleNewestReleaseIsReported();
     void silentFeedIsReported();
     void gpgvOnPathIsNotUsed();
@@ -57,9 +57,9 @@ void TestToolTrust::olderSignedReleaseIsRefused()
     QVERIFY(logText().contains(QStringLiteral("release 2026.11.01 is older than release 2026.11.20")));
 }
 
-// The highest version is remembered, not the installed one: an older copy
-// that a failed update left does not lower the bar.
-void TestToolTrust::rolledBackCopyIsNotADowngrade()
+// The highest version installed is what a release is measured against,
+// and a refused one leaves it as it was.
+void TestToolTrust::highestVersionIsRemembered()
 {
     installRelease(QStringLiteral("2026.11.01"));
     installRelease(QStringLiteral("2026.11.20"));
