@@ -38,8 +38,22 @@ private slots:
     void redirectionsAreOnRecord();
     void tooOldDenoIsNotInstalled();
     void tooOldManagedDenoIsReplaced();
+    void newCopyThatCrashesBringsTheOldOneBack();
+    void oldCopyEndingWellLeavesTheNewOneOnTrial();
+    void oldCopyCrashingDoesNothingToTheNewOne();
+    void newRuntimeIsSettledByItsFirstRun_data();
+    void newRuntimeIsSettledByItsFirstRun();
 
 private:
+    QString previousTool() const { return dataFolder() + QStringLiteral("/yt-dlp_linux.previous"); }
+    QString previousRuntime() const { return dataFolder() + QStringLiteral("/deno.previous"); }
+    // A title run; how it ended.
+    RunResult titleRun(const QProcessEnvironment &environment)
+    {
+        return runLauncher({QStringLiteral("--get-title"), QStringLiteral("https://youtu.be/kestrel")}, environment);
+    }
+    // Release 2026.11.01 installed a week and a day ago, 2026.11.20 on the feed.
+    void newReleaseDueBesideTheNextRun();
     QString logText() const { return QString::fromUtf8(readAll(dataFolder() + QStringLiteral("/kestreldl2.log"))); }
 };
 
@@ -92,12 +106,7 @@ void TestToolTrust::staleNewestReleaseIsReported()
 void TestToolTrust::silentFeedIsReported()
 {
     installRelease(QStringLiteral("2026.11.20"));
-    const QString statePath = dataFolder() + QStringLiteral("/kestreldl2.state");
-    const qint64 fortyDaysAgo = QDateTime::currentSecsSinceEpoch() - 40 * 24 * 3600;
-    QByteArray state = readAll(statePath);
-    const qsizetype start = state.indexOf("last-check ");
-    state.replace(start, state.indexOf('\n', start) - start, "last-check " + QByteArray::number(fortyDaysAgo));
-    writeFile(statePath, state);
+    setLastCheck(QDateTime::currentSecsSinceEpoch() - 40 * 24 * 3600);
     feed().stop();
 
     const RunResult result = update();
@@ -174,6 +183,76 @@ void TestToolTrust::tooOldManagedDenoIsReplaced()
     const RunResult result = update();
     QVERIFY2(result.succeeded(), result.err.constData());
     QCOMPARE(readAll(dataFolder() + QStringLiteral("/deno")), ReleaseScripts::answering(currentDeno));
+}
+
+void TestToolTrust::newReleaseDueBesideTheNextRun()
+{
+    installRelease(QStringLiteral("2026.11.01"));
+    setLastCheck(QDateTime::currentSecsSinceEpoch() - 8 * 24 * 3600);
+    QVERIFY(feed().publishTool(ReleaseScripts::tool(QStringLiteral("2026.11.20"))));
+}
+
+void TestToolTrust::newCopyThatCrashesBringsTheOldOneBack()
+{
+    installRelease(QStringLiteral("2026.11.01"));
+    installRelease(QStringLiteral("2026.11.20"));
+    QProcessEnvironment crashing = environment();
+    crashing.insert(QStringLiteral("FAKE_CRASH"), QStringLiteral("1"));
+    QVERIFY(titleRun(crashing).crashed());
+    QCOMPARE(recordedRuns().value(0).value(0), QStringLiteral("release 2026.11.20"));
+    QCOMPARE(installedTool(), ReleaseScripts::tool(QStringLiteral("2026.11.01")));
+    QVERIFY(!QFileInfo::exists(previousTool()));
+}
+
+// The run of the old copy says nothing about the new one that a refresh
+// beside it installed: the old copy stays as the previous one until the new
+// one has run.
+void TestToolTrust::oldCopyEndingWellLeavesTheNewOneOnTrial()
+{
+    newReleaseDueBesideTheNextRun();
+    QVERIFY(titleRun(waitingForRelease(QStringLiteral("2026.11.20"))).succeeded());
+    QCOMPARE(recordedRuns().value(0).value(0), QStringLiteral("release 2026.11.01"));
+    QCOMPARE(installedTool(), ReleaseScripts::tool(QStringLiteral("2026.11.20")));
+    QCOMPARE(readAll(previousTool()), ReleaseScripts::tool(QStringLiteral("2026.11.01")));
+
+    QVERIFY(titleRun(environment()).succeeded());
+    QCOMPARE(recordedRuns().value(1).value(0), QStringLiteral("release 2026.11.20"));
+    QVERIFY(!QFileInfo::exists(previousTool()));
+}
+
+void TestToolTrust::oldCopyCrashingDoesNothingToTheNewOne()
+{
+    newReleaseDueBesideTheNextRun();
+    QVERIFY(titleRun(waitingForRelease(QStringLiteral("2026.11.20"), true)).crashed());
+    QCOMPARE(recordedRuns().value(0).value(0), QStringLiteral("release 2026.11.01"));
+    QCOMPARE(installedTool(), ReleaseScripts::tool(QStringLiteral("2026.11.20")));
+    QCOMPARE(readAll(previousTool()), ReleaseScripts::tool(QStringLiteral("2026.11.01")));
+}
+
+void TestToolTrust::newRuntimeIsSettledByItsFirstRun_data()
+{
+    QTest::addColumn<bool>("crash");
+    QTest::addColumn<QByteArray>("installed");
+    QTest::newRow("run went well") << false << QByteArray("deno 2.6.0 (stable, release, x86_64-unknown-linux-gnu)");
+    QTest::newRow("run crashed") << true << currentDeno;
+}
+
+void TestToolTrust::newRuntimeIsSettledByItsFirstRun()
+{
+    QFETCH(bool, crash);
+    QFETCH(QByteArray, installed);
+    QVERIFY(update().succeeded());
+    QVERIFY(feed().publishRuntime("deno 2.6.0 (stable, release, x86_64-unknown-linux-gnu)"));
+    QVERIFY(update().succeeded());
+    QCOMPARE(readAll(previousRuntime()), ReleaseScripts::answering(currentDeno));
+
+    QProcessEnvironment run = environment();
+    if (crash)
+        run.insert(QStringLiteral("FAKE_CRASH"), QStringLiteral("1"));
+    QCOMPARE(titleRun(run).crashed(), crash);
+    QVERIFY(recordedRuns().value(0).contains(QStringLiteral("deno:") + dataFolder() + QStringLiteral("/deno")));
+    QVERIFY(!QFileInfo::exists(previousRuntime()));
+    QCOMPARE(readAll(dataFolder() + QStringLiteral("/deno")), ReleaseScripts::answering(installed));
 }
 
 KESTREL_TEST_MAIN(TestToolTrust)

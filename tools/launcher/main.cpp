@@ -450,7 +450,10 @@ int main(int argc, char *argv[])
         return 127;
     }
 
-    std::vector<std::string> arguments = launcherArguments(runtimeInUse(managed, runtimeOnPath, knowledge));
+    const std::optional<Launcher::JsRuntime> runtime = runtimeInUse(managed, runtimeOnPath, knowledge);
+    const Launcher::ManagedTools::CopiesInUse copies
+        = managed.copiesInUse(tool.managed, runtime && runtime->path == managed.runtimePath());
+    std::vector<std::string> arguments = launcherArguments(runtime);
     const Launcher::UserOptions userOptions = Launcher::readUserOptions(folder);
     for (const std::string &refused : userOptions.refused)
         note("tool-options.txt: refused " + refused);
@@ -469,8 +472,7 @@ int main(int argc, char *argv[])
         if (tool.dueForRefresh)
             startRefresh(managed, withRuntime);
     });
-    if (tool.managed)
-        managed.settleAfterRun(end && !end->crashed());
+    managed.settleAfterRun(copies, end && !end->crashed());
     if (!end) {
         writeLine(standardError, "kestreldl2: cannot run " + tool.path + ": " + Launcher::errorText(error));
         return 127;

@@ -283,18 +283,38 @@ bool ManagedTools::mayTryInstall(std::time_t now) const
     return state.lastFailure > now || now - state.lastFailure >= retryAfterSeconds;
 }
 
-void ManagedTools::settleAfterRun(bool ranWell)
+ManagedTools::CopiesInUse ManagedTools::copiesInUse(bool toolIsManaged, bool runtimeIsManaged) const
 {
-    const std::string previous = toolPath() + ".previous";
-    if (!isRegularFile(previous))
+    CopiesInUse used;
+    if (toolIsManaged)
+        used.tool = fileStamp(toolPath());
+    if (runtimeIsManaged)
+        used.runtime = fileStamp(runtimePath());
+    return used;
+}
+
+void ManagedTools::settleAfterRun(const CopiesInUse &used, bool ranWell)
+{
+    if (!isRegularFile(toolPath() + ".previous") && !isRegularFile(runtimePath() + ".previous"))
         return;
     const FolderLock lock(m_folder, FolderLock::Wait::NotAtAll);
     if (!lock.isHeld())
         return;
+    settleCopy(toolPath(), used.tool, ranWell);
+    settleCopy(runtimePath(), used.runtime, ranWell);
+}
+
+void ManagedTools::settleCopy(const std::string &path, const std::optional<FileStamp> &used, bool ranWell)
+{
+    const std::string previous = path + ".previous";
+    const std::optional<FileStamp> installed = fileStamp(path);
+    if (!used || !installed || installed->size != used->size || installed->modified != used->modified
+        || !isRegularFile(previous))
+        return;
     if (ranWell)
         removeFile(previous);
     else
-        replaceFile(previous, toolPath(), ScratchFile::asideName(toolPath()));
+        replaceFile(previous, path, ScratchFile::asideName(path));
 }
 
 } // namespace Launcher

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "folderlock.h"
+#include "platform.h"
 
 #include <ctime>
 #include <optional>
@@ -68,10 +69,21 @@ public:
     // Whether an install may be tried: not within an hour of a failed one.
     bool mayTryInstall(std::time_t now) const;
 
-    // After a run of the managed tool: a run that went well settles a fresh
-    // install (the previous copy goes); one whose tool could not start or
-    // crashed puts the previous copy back.
-    void settleAfterRun(bool ranWell);
+    // The managed copies a run starts with, told apart from later ones by
+    // their files' stamps: a refresh beside the run may replace them.
+    struct CopiesInUse
+    {
+        std::optional<FileStamp> tool;
+        std::optional<FileStamp> runtime;
+    };
+    CopiesInUse copiesInUse(bool toolIsManaged, bool runtimeIsManaged) const;
+
+    // After a run: a copy the run used that is still the installed one is
+    // settled. A run that went well settles a fresh install (its previous
+    // copy goes); one whose tool could not start or crashed puts the
+    // previous copy back. A copy that was replaced while the run went on is
+    // not judged by that run, either way.
+    void settleAfterRun(const CopiesInUse &used, bool ranWell);
 
 private:
     Outcome updateTool(InstallState &state);
@@ -79,6 +91,7 @@ private:
     std::optional<std::string> installedToolVersion(InstallState &state) const;
     bool hasRuntimeNewEnough() const;
     bool installFile(ScratchFile &file, const std::string &target, std::string *problem);
+    void settleCopy(const std::string &path, const std::optional<FileStamp> &used, bool ranWell);
 
     std::string m_folder;
 };

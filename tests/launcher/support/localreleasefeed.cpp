@@ -185,6 +185,7 @@ QByteArray tool(const QString &version, bool broken)
                 "if [ -n \"$FAKE_WAIT_FILE\" ]; then\n"
                 "    for i in $(seq 600); do grep -q \"$FAKE_WAIT_TEXT\" \"$FAKE_WAIT_FILE\" && break; sleep 0.1; done\n"
                 "fi\n"
+                "if [ -n \"$FAKE_CRASH\" ]; then kill -SEGV $$; fi\n"
                 "exit 0\n";
     return script;
 }

@@ -79,7 +79,7 @@ namespace ReleaseScripts {
 // (exit code 2 without an address), and appends every other command line to
 // $FAKE_RECORD, after "release <version>", separated by \x1f. A run then
 // waits, at most a minute, until $FAKE_WAIT_FILE holds $FAKE_WAIT_TEXT when
-// those are set.
+// those are set, and then dies by SIGSEGV when $FAKE_CRASH is set.
 QByteArray tool(const QString &version, bool broken = false);
 
 // An executable that prints firstLine whatever it is asked.

@@ -139,3 +139,23 @@ void ToolInstallTest::installRelease(const QString &version)
     QCOMPARE(installedTool(), ReleaseScripts::tool(version));
 }
 
+
+void ToolInstallTest::setLastCheck(qint64 secondsSinceEpoch)
+{
+    const QString statePath = dataFolder() + QStringLiteral("/kestreldl2.state");
+    QByteArray state = readAll(statePath);
+    const qsizetype start = state.indexOf("last-check ");
+    QVERIFY(start >= 0);
+    state.replace(start, state.indexOf('\n', start) - start, "last-check " + QByteArray::number(secondsSinceEpoch));
+    writeFile(statePath, state);
+}
+
+QProcessEnvironment ToolInstallTest::waitingForRelease(const QString &version, bool crash)
+{
+    QProcessEnvironment changed = m_environment;
+    changed.insert(QStringLiteral("FAKE_WAIT_FILE"), dataFolder() + QLatin1Char('/') + QLatin1String(toolAsset));
+    changed.insert(QStringLiteral("FAKE_WAIT_TEXT"), version);
+    if (crash)
+        changed.insert(QStringLiteral("FAKE_CRASH"), QStringLiteral("1"));
+    return changed;
+}

@@ -68,6 +68,11 @@ protected:
     QList<QStringList> recordedRuns() const;
     QByteArray installedTool() const { return TestFiles::readAll(dataFolder() + QLatin1Char('/') + QLatin1String(toolAsset)); }
     void installRelease(const QString &version);
+    // Makes the state say the feeds last answered at secondsSinceEpoch.
+    void setLastCheck(qint64 secondsSinceEpoch);
+    // The environment of a run that lasts until the refresh beside it has
+    // installed release version, and crashes then when crash is set.
+    QProcessEnvironment waitingForRelease(const QString &version, bool crash = false);
 
     TestSigningKeys &keys() { return m_keys; }
     LocalReleaseFeed &feed() { return *m_feed; }
