@@ -48,6 +48,18 @@ QString applicationFolder()
     return besideTest(QStringLiteral("../.."));
 }
 
+// What the launcher wrote on standard error without its notes on the
+// variables that point it at other feeds and keys.
+QByteArray withoutRedirectionNotes(const QByteArray &error)
+{
+    QByteArray kept;
+    for (const QByteArray &line : error.split('\n')) {
+        if (!line.isEmpty() && !(line.startsWith("kestreldl2: KESTREL_") && line.contains(" is set: ")))
+            kept += line + '\n';
+    }
+    return kept;
+}
+
 // The exit code a program ends with when taskkill /F ends it: 1 on
 // Windows; Wine's taskkill gives 0.
 int forcedKillExitCode()
@@ -108,6 +120,7 @@ class TestWindowsLauncher : public QObject
 
 private slots:
     void init();
+    void cleanup();
 
     void argumentsAndOutputPassThrough();
     void outputBytesPassThroughUnchanged();
@@ -136,9 +149,14 @@ private:
     std::unique_ptr<QProcess> startTree(QProcessEnvironment environment, QList<quint32> *pids);
     bool feedGiven() const;
     QStringList scratchLeftovers() const;
-    QProcessEnvironment feedEnvironment(const char *toolFeedVariable) const;
+    QProcessEnvironment feedEnvironment(const char *toolFeedVariable);
+    // environment for a run started by an application running from folder,
+    // which the launcher takes fresh copies (and gpgv.exe) from only then.
+    QProcessEnvironment startedFrom(const QString &folder, QProcessEnvironment environment);
 
     std::unique_ptr<QTemporaryDir> m_root;
+    // What stands in for the running application: a program that waits.
+    std::unique_ptr<QProcess> m_application;
     QProcessEnvironment m_environment;
 };
 
@@ -153,6 +171,31 @@ void TestWindowsLauncher::init()
                              "KESTREL_TOOL_KEYRING", "FAKE_BEHAVIOUR"})
         m_environment.remove(QString::fromLatin1(name));
     m_environment.insert(QStringLiteral("KESTREL_YTDLP"), QDir::toNativeSeparators(fakeTool()));
+}
+
+void TestWindowsLauncher::cleanup()
+{
+    if (m_application) {
+        m_application->kill();
+        m_application->waitForFinished();
+        m_application.reset();
+    }
+}
+
+QProcessEnvironment TestWindowsLauncher::startedFrom(const QString &folder, QProcessEnvironment environment)
+{
+    const QString program = folder + QStringLiteral("/kestrel-downloader.exe");
+    if (!QFile::exists(program) && !QFile::copy(fakeTool(), program))
+        qFatal("cannot place the application's stand-in in %s", qPrintable(folder));
+    if (!m_application) {
+        m_application = std::make_unique<QProcess>();
+        m_application->start(program, {QStringLiteral("--wait")});
+        if (!m_application->waitForStarted())
+            qFatal("the application's stand-in does not start");
+    }
+    environment.insert(QStringLiteral("KESTREL_APP_DIR"), QDir::toNativeSeparators(folder));
+    environment.insert(QStringLiteral("KESTREL_APP_PID"), QString::number(m_application->processId()));
+    return environment;
 }
 
 std::unique_ptr<QProcess> TestWindowsLauncher::start(const QStringList &arguments,
@@ -323,8 +366,7 @@ void TestWindowsLauncher::upgradedApplicationBringsFreshCopies()
     QVERIFY(QFile::copy(fakeTool(), application + QStringLiteral("/ffmpeg.exe")));
     QVERIFY(writeFile(dataPath(QStringLiteral("ffmpeg.exe")), "last year's ffmpeg"));
 
-    QProcessEnvironment environment = m_environment;
-    environment.insert(QStringLiteral("KESTREL_APP_DIR"), QDir::toNativeSeparators(application));
+    const QProcessEnvironment environment = startedFrom(application, m_environment);
     const std::unique_ptr<QProcess> run = start({QStringLiteral("https://youtu.be/k")}, environment);
     QVERIFY(run->waitForFinished(runTimeoutMs));
     QCOMPARE(run->exitCode(), 0);
@@ -352,16 +394,20 @@ QStringList TestWindowsLauncher::scratchLeftovers() const
         .entryList({QStringLiteral(".kestreldl2-*")}, QDir::Files | QDir::Hidden);
 }
 
-QProcessEnvironment TestWindowsLauncher::feedEnvironment(const char *toolFeedVariable) const
+QProcessEnvironment TestWindowsLauncher::feedEnvironment(const char *toolFeedVariable)
 {
     QProcessEnvironment environment = m_environment;
     environment.remove(QStringLiteral("KESTREL_YTDLP"));
     environment.insert(QStringLiteral("KESTREL_TOOL_FEED"), qEnvironmentVariable(toolFeedVariable));
     environment.insert(QStringLiteral("KESTREL_JS_RUNTIME_FEED"), qEnvironmentVariable("KESTREL_TEST_RUNTIME_FEED"));
     environment.insert(QStringLiteral("KESTREL_TOOL_KEYRING"), qEnvironmentVariable("KESTREL_TEST_KEYRING"));
-    // gpgv.exe lies beside the application.
-    environment.insert(QStringLiteral("KESTREL_APP_DIR"), QDir::toNativeSeparators(applicationFolder()));
-    return environment;
+    // gpgv.exe lies beside the running application.
+    const QString application = m_root->filePath(QStringLiteral("application"));
+    if (!QDir().mkpath(application)
+        || (!QFile::exists(application + QStringLiteral("/gpgv.exe"))
+            && !QFile::copy(applicationFolder() + QStringLiteral("/gpgv.exe"), application + QStringLiteral("/gpgv.exe"))))
+        qFatal("cannot place gpgv.exe beside the application's stand-in");
+    return startedFrom(application, environment);
 }
 
 void TestWindowsLauncher::updateInstallsVerifiedToolAndRuntime()
@@ -483,7 +529,7 @@ void TestWindowsLauncher::badReleaseIsRefusedAsACrash()
     const std::unique_ptr<QProcess> run = start({QStringLiteral("--update")}, environment);
     QVERIFY(run->waitForFinished(runTimeoutMs));
     QCOMPARE(run->exitStatus(), QProcess::CrashExit);
-    const QByteArray error = run->readAllStandardError();
+    const QByteArray error = withoutRedirectionNotes(run->readAllStandardError());
     QVERIFY2(error.startsWith("kestreldl2: update refused: " + message), error.constData());
     QCOMPARE(QFile::exists(dataPath(QStringLiteral("yt-dlp.exe"))), toolInstalled);
     QVERIFY(!QFile::exists(dataPath(QStringLiteral("deno.exe"))));

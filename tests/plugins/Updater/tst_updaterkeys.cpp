@@ -109,12 +109,18 @@ QByteArray TestUpdaterKeys::keyFingerprint(const QByteArray &key) const
 
 void TestUpdaterKeys::builtInKeyIsTheReleaseKeyNamedInTheReadme()
 {
+#if defined(Q_OS_WIN)
+    QSKIP("gpg, which reads the key's fingerprint, does not run here");
+#endif
     QCOMPARE(keyFingerprint(ReleaseKey::builtInKey()), QByteArray(releaseFingerprint));
     QVERIFY(readFile(QStringLiteral(KESTREL_UPDATER_SOURCES "/README.md")).contains(releaseFingerprint));
 }
 
 void TestUpdaterKeys::dearmourMatchesGpg()
 {
+#if defined(Q_OS_WIN)
+    QSKIP("gpg, which the un-armouring is compared with, does not run here");
+#endif
     const QByteArray binary = runGpg({QStringLiteral("--dearmor")}, readFile(armouredKeyFile()));
     QVERIFY(!binary.isEmpty());
     QCOMPARE(ReleaseKey::builtInKey(), binary);
