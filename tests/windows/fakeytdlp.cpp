@@ -1,7 +1,8 @@
 // A stand-in for yt-dlp.exe in the Windows launcher tests: a plain Win32
 // program, linked statically, so that it runs alone in a data folder.
 //
-// "--version" prints FAKE_VERSION (or "2026.11.20"). Any other run writes
+// "--version" prints FAKE_VERSION (or "2026.11.20"); copied under a name
+// with "deno" in it, it answers as a Deno new enough for the tool. Any other run writes
 // each of its arguments on a line of its own to standard output, in UTF-8,
 // then "fake yt-dlp: done" to standard error, and then does what
 // FAKE_BEHAVIOUR says:
@@ -22,6 +23,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <cwchar>
+#include <cwctype>
 #include <string>
 #include <utility>
 
@@ -357,6 +359,19 @@ int playDemo(int argc, wchar_t *argv[], HANDLE out, HANDLE err)
     return 0;
 }
 
+// Whether this copy is the runtime's stand-in, by its own file name, which
+// names deno also while the launcher tries it under a temporary name.
+bool isDeno()
+{
+    wchar_t path[MAX_PATH];
+    const DWORD length = GetModuleFileNameW(nullptr, path, MAX_PATH);
+    std::wstring name(path, length);
+    name = name.substr(name.find_last_of(L"\\/") + 1);
+    for (wchar_t &c : name)
+        c = wchar_t(towlower(c));
+    return name.find(L"deno") != std::wstring::npos;
+}
+
 } // namespace
 
 int wmain(int argc, wchar_t *argv[])
@@ -365,6 +380,10 @@ int wmain(int argc, wchar_t *argv[])
     const HANDLE err = GetStdHandle(STD_ERROR_HANDLE);
     if (argc == 2 && std::wcscmp(argv[1], L"--wait") == 0)
         waitForEver();
+    if (argc == 2 && std::wcscmp(argv[1], L"--version") == 0 && isDeno()) {
+        writeOut(out, "deno 2.5.6 (stable, release, x86_64-pc-windows-msvc)\n");
+        return 0;
+    }
     if (argc == 2 && std::wcscmp(argv[1], L"--version") == 0) {
         const std::wstring version = variable(L"FAKE_VERSION");
         writeOut(out, (version.empty() ? std::string("2026.11.20") : utf8(version.c_str())) + "\n");

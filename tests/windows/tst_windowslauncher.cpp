@@ -419,7 +419,7 @@ void TestWindowsLauncher::updateInstallsVerifiedToolAndRuntime()
     QVERIFY2(run->exitStatus() == QProcess::NormalExit && run->exitCode() == 0,
              run->readAllStandardError().constData());
     QCOMPARE(run->readAllStandardOutput(),
-             QByteArray("installed yt-dlp.exe 2026.11.20; installed 2026.11.20\n"));
+             QByteArray("installed yt-dlp.exe 2026.11.20; installed deno 2.5.6 (stable, release, x86_64-pc-windows-msvc)\n"));
 
     QCOMPARE(readFile(dataPath(QStringLiteral("yt-dlp.exe"))), readFile(fakeTool()));
     QVERIFY(QFile::exists(dataPath(QStringLiteral("deno.exe"))));
