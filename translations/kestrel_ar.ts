@@ -289,7 +289,7 @@
     </message>
     <message>
         <source>Success</source>
-        <translation>تمّ بنجاح</translation>
+        <translation>اكتمل التحديث</translation>
     </message>
     <message>
         <source>KestrelDownloader was successfully updated</source>
@@ -301,7 +301,7 @@
     </message>
     <message>
         <source>Logging enabled</source>
-        <translation>تفعيل السجل</translation>
+        <translation>تسجيل الأحداث مفعّل</translation>
     </message>
     <message>
         <source>Change Scale Size</source>
@@ -322,7 +322,7 @@
     </message>
     <message>
         <source>%1 version: %2</source>
-        <translation>%1 الإصدار: %2</translation>
+        <translation>%1، الإصدار %2</translation>
     </message>
 </context>
 <context>

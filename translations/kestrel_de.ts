@@ -260,7 +260,7 @@
     </message>
     <message>
         <source>indefinite</source>
-        <translation>unbestimmt</translation>
+        <translation>unbekannter Fehler</translation>
     </message>
     <message>
         <source>WARNING</source>
@@ -289,7 +289,7 @@
     </message>
     <message>
         <source>Success</source>
-        <translation>Erfolgreich</translation>
+        <translation>Aktualisierung erfolgreich</translation>
     </message>
     <message>
         <source>KestrelDownloader was successfully updated</source>
@@ -301,7 +301,7 @@
     </message>
     <message>
         <source>Logging enabled</source>
-        <translation>Protokollierung aktiv</translation>
+        <translation>Protokollierung aktiviert</translation>
     </message>
     <message>
         <source>Change Scale Size</source>
@@ -322,7 +322,7 @@
     </message>
     <message>
         <source>%1 version: %2</source>
-        <translation>%1 Version: %2</translation>
+        <translation>%1, Version %2</translation>
     </message>
 </context>
 <context>

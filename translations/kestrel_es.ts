@@ -260,7 +260,7 @@
     </message>
     <message>
         <source>indefinite</source>
-        <translation>indeterminado</translation>
+        <translation>error desconocido</translation>
     </message>
     <message>
         <source>WARNING</source>
@@ -289,7 +289,7 @@
     </message>
     <message>
         <source>Success</source>
-        <translation>Correcto</translation>
+        <translation>Actualización completada</translation>
     </message>
     <message>
         <source>KestrelDownloader was successfully updated</source>
@@ -322,7 +322,7 @@
     </message>
     <message>
         <source>%1 version: %2</source>
-        <translation>%1 versión: %2</translation>
+        <translation>%1, versión %2</translation>
     </message>
 </context>
 <context>

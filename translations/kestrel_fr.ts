@@ -260,7 +260,7 @@
     </message>
     <message>
         <source>indefinite</source>
-        <translation>indéterminée</translation>
+        <translation>erreur inconnue</translation>
     </message>
     <message>
         <source>WARNING</source>
@@ -289,7 +289,7 @@
     </message>
     <message>
         <source>Success</source>
-        <translation>Succès</translation>
+        <translation>Mise à jour réussie</translation>
     </message>
     <message>
         <source>KestrelDownloader was successfully updated</source>
@@ -322,7 +322,7 @@
     </message>
     <message>
         <source>%1 version: %2</source>
-        <translation>%1 version : %2</translation>
+        <translation>%1, version %2</translation>
     </message>
 </context>
 <context>

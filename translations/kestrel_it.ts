@@ -260,7 +260,7 @@
     </message>
     <message>
         <source>indefinite</source>
-        <translation>indeterminato</translation>
+        <translation>errore sconosciuto</translation>
     </message>
     <message>
         <source>WARNING</source>
@@ -322,7 +322,7 @@
     </message>
     <message>
         <source>%1 version: %2</source>
-        <translation>%1 versione: %2</translation>
+        <translation>%1, versione %2</translation>
     </message>
 </context>
 <context>

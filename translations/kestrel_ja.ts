@@ -289,7 +289,7 @@
     </message>
     <message>
         <source>Success</source>
-        <translation>成功</translation>
+        <translation>更新完了</translation>
     </message>
     <message>
         <source>KestrelDownloader was successfully updated</source>
@@ -322,7 +322,7 @@
     </message>
     <message>
         <source>%1 version: %2</source>
-        <translation>%1 バージョン: %2</translation>
+        <translation>%1 バージョン %2</translation>
     </message>
 </context>
 <context>

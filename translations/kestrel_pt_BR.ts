@@ -260,7 +260,7 @@
     </message>
     <message>
         <source>indefinite</source>
-        <translation>indefinido</translation>
+        <translation>erro desconhecido</translation>
     </message>
     <message>
         <source>WARNING</source>
@@ -289,7 +289,7 @@
     </message>
     <message>
         <source>Success</source>
-        <translation>Sucesso</translation>
+        <translation>Atualização concluída</translation>
     </message>
     <message>
         <source>KestrelDownloader was successfully updated</source>
@@ -322,7 +322,7 @@
     </message>
     <message>
         <source>%1 version: %2</source>
-        <translation>%1 versão: %2</translation>
+        <translation>%1, versão %2</translation>
     </message>
 </context>
 <context>

@@ -260,7 +260,7 @@
     </message>
     <message>
         <source>indefinite</source>
-        <translation>belirsiz</translation>
+        <translation>bilinmeyen hata</translation>
     </message>
     <message>
         <source>WARNING</source>
@@ -289,7 +289,7 @@
     </message>
     <message>
         <source>Success</source>
-        <translation>Başarılı</translation>
+        <translation>Güncelleme tamamlandı</translation>
     </message>
     <message>
         <source>KestrelDownloader was successfully updated</source>
@@ -301,7 +301,7 @@
     </message>
     <message>
         <source>Logging enabled</source>
-        <translation>Günlük kaydı açık</translation>
+        <translation>Günlük kaydı etkin</translation>
     </message>
     <message>
         <source>Change Scale Size</source>
@@ -322,7 +322,7 @@
     </message>
     <message>
         <source>%1 version: %2</source>
-        <translation>%1 sürümü: %2</translation>
+        <translation>%1, sürüm %2</translation>
     </message>
 </context>
 <context>
@@ -372,13 +372,13 @@ Güncelleme sunucusundaki en yeni sürüm: %2 (derleme %3).</translation>
     </message>
     <message>
         <source>Version %1 of %2 is available, but the update server offers no installer for this system.</source>
-        <translation>%2 uygulamasının %1 sürümü çıktı, ancak güncelleme sunucusu bu sistem için bir yükleyici sunmuyor.</translation>
+        <translation>%2 uygulamasının %1 sürümü yayımlandı, ancak güncelleme sunucusu bu sistem için bir yükleyici sunmuyor.</translation>
     </message>
     <message>
         <source>Version %1 (build %2) of %3 is available.
 
 Do you want to download and install it now?</source>
-        <translation>%3 uygulamasının %1 sürümü (derleme %2) çıktı.
+        <translation>%3 uygulamasının %1 sürümü (derleme %2) yayımlandı.
 
 Şimdi indirip kurmak ister misiniz?</translation>
     </message>

@@ -289,7 +289,7 @@
     </message>
     <message>
         <source>Success</source>
-        <translation>成功</translation>
+        <translation>更新成功</translation>
     </message>
     <message>
         <source>KestrelDownloader was successfully updated</source>
