@@ -277,7 +277,7 @@
     <message>
         <source>&lt;h3&gt;ERROR:&lt;/h3&gt;%1&lt;hr&gt;&lt;i&gt;Code: #0x%2&lt;/i&gt;</source>
         <extracomment>%1 is the kind of failure, %2 its code in hexadecimal.</extracomment>
-        <translation>&lt;h3&gt;خطأ:&lt;/h3&gt;%1&lt;hr&gt;&lt;i&gt;الرمز: #0x%2&lt;/i&gt;</translation>
+        <translation>&lt;h3&gt;خطأ:&lt;/h3&gt;%1&lt;hr&gt;الرمز: &lt;i&gt;#0x%2&lt;/i&gt;</translation>
     </message>
     <message>
         <source>ERROR</source>

@@ -212,7 +212,7 @@
     </message>
     <message>
         <source>Open Folder with File</source>
-        <translation>Открыть папку с файлом</translation>
+        <translation>Открыть папку</translation>
     </message>
     <message>
         <source>Stops the download</source>

@@ -212,7 +212,7 @@
     </message>
     <message>
         <source>Open Folder with File</source>
-        <translation>Відкрити теку з файлом</translation>
+        <translation>Відкрити теку</translation>
     </message>
     <message>
         <source>Stops the download</source>

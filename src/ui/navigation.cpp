@@ -118,6 +118,7 @@ Navigation::Navigation(KestrelDownloader &driver, VideoInfo &info, Plugins &plug
     m_ui->setupUi(this);
     applyFormFontWeights();
     fitTranslatedTexts();
+    pointBackArrowsBack();
     // Qt gives the form's images their "@2x" files itself when a screen
     // denser than 1 is present at start.
     m_denseImages = qApp->devicePixelRatio() > 1.0;
@@ -206,6 +207,18 @@ void Navigation::prepareImagesFor(qreal devicePixelRatio)
     };
     for (const auto &[button, resource] : buttons)
         button->setIcon(Images::icon(resource));
+    pointBackArrowsBack();
+}
+
+// In a window laid out right to left (Arabic) back lies to the right. The
+// large back button's picture holds a word, which must not be flipped.
+void Navigation::pointBackArrowsBack()
+{
+    if (layoutDirection() != Qt::RightToLeft)
+        return;
+    const QIcon arrow = Images::mirroredIcon(QStringLiteral(":/img/btn_back_small"));
+    m_ui->btn_Back_from_Formats->setIcon(arrow);
+    m_ui->btn_Back_Last->setIcon(arrow);
 }
 
 void Navigation::connectWindow()

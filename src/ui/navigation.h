@@ -78,6 +78,7 @@ private:
     void connectDriver();
     void applyFormFontWeights();
     void fitTranslatedTexts();
+    void pointBackArrowsBack();
     unsigned int storedScale() const;
     void runCommandLineRequests();
 

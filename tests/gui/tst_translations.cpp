@@ -11,6 +11,8 @@
 #include <QAction>
 #include <QApplication>
 #include <QHeaderView>
+#include <QIcon>
+#include <QImage>
 #include <QLabel>
 #include <QLocale>
 #include <QMenu>
@@ -121,6 +123,12 @@ QAction *menuEntry(const QWidget *window, const QString &englishText)
             return action;
     }
     qFatal("no menu entry %s", qPrintable(englishText));
+}
+
+// The button's picture as drawn at the size of the small back arrow.
+QImage arrowPicture(const QIcon &icon)
+{
+    return icon.pixmap(QSize(33, 33), 1.0).toImage().convertToFormat(QImage::Format_ARGB32);
 }
 
 QStringList menuTexts(const QMenu *menu)
@@ -322,7 +330,14 @@ void TestTranslations::arabicMirrorsTheWindow()
         QCOMPARE(QApplication::layoutDirection(), Qt::RightToLeft);
         QVERIFY(window()->isRightToLeft());
         QCOMPARE(widget<QPushButton>("btnCancel")->text(), QStringLiteral("إلغاء"));
+        // The small back arrows point to the right, where back lies now.
+        const QImage arrow = arrowPicture(QIcon(QStringLiteral(":/img/btn_back_small")));
+        QVERIFY(arrow != arrow.mirrored(true, false));
+        QCOMPARE(arrowPicture(widget<QPushButton>("btn_Back_Last")->icon()), arrow.mirrored(true, false));
+        QCOMPARE(arrowPicture(widget<QPushButton>("btn_Back_from_Formats")->icon()), arrow.mirrored(true, false));
     }
+    remakeWindow();
+    QCOMPARE(arrowPicture(widget<QPushButton>("btn_Back_Last")->icon()), arrowPicture(QIcon(QStringLiteral(":/img/btn_back_small"))));
     // Without the catalogue the application turns back.
     QCOMPARE(QApplication::layoutDirection(), Qt::LeftToRight);
 }
