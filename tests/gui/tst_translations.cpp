@@ -1,9 +1,13 @@
+#include "base/identity.h"
 #include "base/translations.h"
 #include "downloader/kestreldownloader.h"
+#include "plugins/aboutappinterface.h"
+#include "plugins/sysinfointerface.h"
 #include "ui/iconbutton.h"
 
 #include "logcapture.h"
 #include "modalcatcher.h"
+#include "modalrun.h"
 #include "testsandbox.h"
 #include "windowflowtest.h"
 
@@ -16,6 +20,7 @@
 #include <QLabel>
 #include <QLocale>
 #include <QMenu>
+#include <QPluginLoader>
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QStyle>
@@ -162,6 +167,8 @@ private slots:
     void arabicMirrorsTheWindow();
     void everyPageHasRoomForItsTexts_data();
     void everyPageHasRoomForItsTexts();
+    void pluginDialogsSpeakTheLanguage_data();
+    void pluginDialogsSpeakTheLanguage();
 
 private:
     // Installs the catalogues of the language and makes a new window with them.
@@ -357,6 +364,62 @@ void TestTranslations::everyPageHasRoomForItsTexts()
     speak(translations, language);
     const QStringList problems = walkEveryPage();
     QVERIFY2(problems.isEmpty(), qPrintable(problems.join(QLatin1Char('\n'))));
+}
+
+void TestTranslations::pluginDialogsSpeakTheLanguage_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("systemHeading");
+    QTest::addColumn<QString>("identifierTitle");
+    QTest::newRow("en") << QString() << QStringLiteral("System information") << QStringLiteral("Machine identifier");
+    QTest::newRow("de") << QStringLiteral("de") << QStringLiteral("Systeminformationen") << QStringLiteral("Rechnerkennung");
+    QTest::newRow("ja") << QStringLiteral("ja") << QStringLiteral("システム情報") << QStringLiteral("マシン識別子");
+    QTest::newRow("ar") << QStringLiteral("ar") << QStringLiteral("معلومات النظام") << QStringLiteral("معرّف الجهاز");
+    for (const QString &language : languages())
+        QTest::newRow(qPrintable(language + QStringLiteral(", room only"))) << language << QString() << QString();
+}
+
+// The plug-ins translate through the catalogue the application installed.
+void TestTranslations::pluginDialogsSpeakTheLanguage()
+{
+    QFETCH(QString, language);
+    QFETCH(QString, systemHeading);
+    QFETCH(QString, identifierTitle);
+    Translations translations(catalogueFolder);
+    speak(translations, language);
+
+    QPluginLoader aboutLoader(QStringLiteral(KESTREL_PLUGIN_ABOUT));
+    QPluginLoader sysInfoLoader(QStringLiteral(KESTREL_PLUGIN_SYSINFO));
+    auto *about = qobject_cast<AboutAppInterface *>(aboutLoader.instance());
+    auto *sysInfo = qobject_cast<SysInfoInterface *>(sysInfoLoader.instance());
+    QVERIFY2(about && sysInfo, qPrintable(aboutLoader.errorString() + sysInfoLoader.errorString()));
+    sysInfo->setApplicationInfo(Identity::applicationVersion(), Identity::buildDate(), 0, 1);
+
+    QStringList problems;
+    QString shownHeading, shownTitle;
+    const auto check = [&problems](QWidget *dialog) {
+        for (const QString &problem : crampedTexts(dialog))
+            problems << QStringLiteral("%1: %2").arg(dialog->objectName(), problem);
+        dialog->close();
+    };
+    QVERIFY(runModal([&] { about->showAbout(sysInfo->systemInformation(), Identity::description()); },
+                     [&](QWidget *dialog) {
+                         if (auto *heading = dialog->findChild<QLabel *>(QStringLiteral("aboutSystemHeading")))
+                             shownHeading = heading->text();
+                         check(dialog);
+                     })
+                .appeared);
+    QVERIFY(runModal([&] { sysInfo->showIdentifier(); },
+                     [&](QWidget *dialog) {
+                         shownTitle = dialog->windowTitle();
+                         check(dialog);
+                     })
+                .appeared);
+    QVERIFY2(problems.isEmpty(), qPrintable(problems.join(QLatin1Char('\n'))));
+    if (!systemHeading.isEmpty()) {
+        QCOMPARE(shownHeading, systemHeading);
+        QCOMPARE(shownTitle, identifierTitle);
+    }
 }
 
 // The pages in the order a user meets them, with the boxes the window
