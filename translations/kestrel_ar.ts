@@ -333,6 +333,29 @@
     </message>
 </context>
 <context>
+    <name>SysInfoPlugin</name>
+    <message>
+        <source> (build %1)</source>
+        <translation> (البناء %1)</translation>
+    </message>
+    <message>
+        <source>Operating system: %1</source>
+        <translation>نظام التشغيل: %1</translation>
+    </message>
+    <message>
+        <source>Kernel: %1 %2</source>
+        <translation>النواة: %1 %2</translation>
+    </message>
+    <message>
+        <source>CPU architecture: %1</source>
+        <translation>معمارية المعالج: %1</translation>
+    </message>
+    <message>
+        <source>Qt version: %1</source>
+        <translation>إصدار Qt: %1</translation>
+    </message>
+</context>
+<context>
     <name>UpdaterPlugin</name>
     <message>
         <source>The update address %1.</source>

@@ -333,6 +333,29 @@
     </message>
 </context>
 <context>
+    <name>SysInfoPlugin</name>
+    <message>
+        <source> (build %1)</source>
+        <translation> (ビルド %1)</translation>
+    </message>
+    <message>
+        <source>Operating system: %1</source>
+        <translation>オペレーティングシステム: %1</translation>
+    </message>
+    <message>
+        <source>Kernel: %1 %2</source>
+        <translation>カーネル: %1 %2</translation>
+    </message>
+    <message>
+        <source>CPU architecture: %1</source>
+        <translation>CPU アーキテクチャ: %1</translation>
+    </message>
+    <message>
+        <source>Qt version: %1</source>
+        <translation>Qt バージョン: %1</translation>
+    </message>
+</context>
+<context>
     <name>UpdaterPlugin</name>
     <message>
         <source>The update address %1.</source>

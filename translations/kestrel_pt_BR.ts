@@ -333,6 +333,29 @@
     </message>
 </context>
 <context>
+    <name>SysInfoPlugin</name>
+    <message>
+        <source> (build %1)</source>
+        <translation> (build %1)</translation>
+    </message>
+    <message>
+        <source>Operating system: %1</source>
+        <translation>Sistema operacional: %1</translation>
+    </message>
+    <message>
+        <source>Kernel: %1 %2</source>
+        <translation>Kernel: %1 %2</translation>
+    </message>
+    <message>
+        <source>CPU architecture: %1</source>
+        <translation>Arquitetura da CPU: %1</translation>
+    </message>
+    <message>
+        <source>Qt version: %1</source>
+        <translation>Versão do Qt: %1</translation>
+    </message>
+</context>
+<context>
     <name>UpdaterPlugin</name>
     <message>
         <source>The update address %1.</source>

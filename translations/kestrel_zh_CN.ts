@@ -333,6 +333,29 @@
     </message>
 </context>
 <context>
+    <name>SysInfoPlugin</name>
+    <message>
+        <source> (build %1)</source>
+        <translation> (构建 %1)</translation>
+    </message>
+    <message>
+        <source>Operating system: %1</source>
+        <translation>操作系统：%1</translation>
+    </message>
+    <message>
+        <source>Kernel: %1 %2</source>
+        <translation>内核：%1 %2</translation>
+    </message>
+    <message>
+        <source>CPU architecture: %1</source>
+        <translation>CPU 架构：%1</translation>
+    </message>
+    <message>
+        <source>Qt version: %1</source>
+        <translation>Qt 版本：%1</translation>
+    </message>
+</context>
+<context>
     <name>UpdaterPlugin</name>
     <message>
         <source>The update address %1.</source>

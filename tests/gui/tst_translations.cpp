@@ -371,12 +371,17 @@ void TestTranslations::pluginDialogsSpeakTheLanguage_data()
     QTest::addColumn<QString>("language");
     QTest::addColumn<QString>("systemHeading");
     QTest::addColumn<QString>("identifierTitle");
-    QTest::newRow("en") << QString() << QStringLiteral("System information") << QStringLiteral("Machine identifier");
-    QTest::newRow("de") << QStringLiteral("de") << QStringLiteral("Systeminformationen") << QStringLiteral("Rechnerkennung");
-    QTest::newRow("ja") << QStringLiteral("ja") << QStringLiteral("システム情報") << QStringLiteral("マシン識別子");
-    QTest::newRow("ar") << QStringLiteral("ar") << QStringLiteral("معلومات النظام") << QStringLiteral("معرّف الجهاز");
+    QTest::addColumn<QString>("systemLine");
+    QTest::newRow("en") << QString() << QStringLiteral("System information") << QStringLiteral("Machine identifier")
+                        << QStringLiteral("Operating system: ");
+    QTest::newRow("de") << QStringLiteral("de") << QStringLiteral("Systeminformationen") << QStringLiteral("Rechnerkennung")
+                        << QStringLiteral("Betriebssystem: ");
+    QTest::newRow("ja") << QStringLiteral("ja") << QStringLiteral("システム情報") << QStringLiteral("マシン識別子")
+                        << QStringLiteral("オペレーティングシステム: ");
+    QTest::newRow("ar") << QStringLiteral("ar") << QStringLiteral("معلومات النظام") << QStringLiteral("معرّف الجهاز")
+                        << QStringLiteral("نظام التشغيل: ");
     for (const QString &language : languages())
-        QTest::newRow(qPrintable(language + QStringLiteral(", room only"))) << language << QString() << QString();
+        QTest::newRow(qPrintable(language + QStringLiteral(", room only"))) << language << QString() << QString() << QString();
 }
 
 // The plug-ins translate through the catalogue the application installed.
@@ -385,6 +390,7 @@ void TestTranslations::pluginDialogsSpeakTheLanguage()
     QFETCH(QString, language);
     QFETCH(QString, systemHeading);
     QFETCH(QString, identifierTitle);
+    QFETCH(QString, systemLine);
     Translations translations(catalogueFolder);
     speak(translations, language);
 
@@ -419,6 +425,8 @@ void TestTranslations::pluginDialogsSpeakTheLanguage()
     if (!systemHeading.isEmpty()) {
         QCOMPARE(shownHeading, systemHeading);
         QCOMPARE(shownTitle, identifierTitle);
+        QVERIFY2(sysInfo->systemInformation().split(QLatin1Char('\n')).at(1).startsWith(systemLine),
+                 qPrintable(sysInfo->systemInformation()));
     }
 }
 
