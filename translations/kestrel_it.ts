@@ -289,7 +289,7 @@
     </message>
     <message>
         <source>Success</source>
-        <translation>Operazione riuscita</translation>
+        <translation>Aggiornamento completato</translation>
     </message>
     <message>
         <source>KestrelDownloader was successfully updated</source>

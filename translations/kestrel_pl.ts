@@ -289,7 +289,7 @@
     </message>
     <message>
         <source>Success</source>
-        <translation>Gotowe</translation>
+        <translation>Aktualizacja zakończona</translation>
     </message>
     <message>
         <source>KestrelDownloader was successfully updated</source>

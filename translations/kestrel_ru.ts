@@ -289,7 +289,7 @@
     </message>
     <message>
         <source>Success</source>
-        <translation>Готово</translation>
+        <translation>Обновление завершено</translation>
     </message>
     <message>
         <source>KestrelDownloader was successfully updated</source>
