@@ -15,11 +15,34 @@
 #
 #   scripts/desktop-shots.sh [OUTPUT-FOLDER]    (default: docs/screenshots)
 #
+# With --language, the application speaks that language (its LANGUAGE and
+# LANG), at 100 % only, and the pictures are those a translator checks: the
+# start page, the formats page, the finished download and an error box (a
+# video that does not exist), into OUTPUT-FOLDER/<language>/; "all" takes
+# every language of translations/.
+#
+#   scripts/desktop-shots.sh --language de|all [OUTPUT-FOLDER]
+#
 # Needs the build in build/ (./run.sh or scripts/build.sh makes it).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 root=$(pwd)
+languages=()
+if [ "${1:-}" = --language ]; then
+    [ -n "${2:-}" ] || { echo "desktop-shots.sh: --language needs a language" >&2; exit 1; }
+    if [ "$2" = all ]; then
+        for file in translations/kestrel_*.ts; do
+            file=${file#translations/kestrel_}
+            languages+=("${file%.ts}")
+        done
+    else
+        [ -f "translations/kestrel_$2.ts" ] || { echo "desktop-shots.sh: no translations/kestrel_$2.ts" >&2; exit 1; }
+        languages=("$2")
+    fi
+    shift 2
+fi
 out=$(realpath -m "${1:-docs/screenshots}")
+missing_address="https://www.youtube.com/watch?v=unknown0000"
 address="https://www.youtube.com/watch?v=Kestr3lDemo"
 
 fail() {
@@ -93,6 +116,88 @@ downloaded_file() {
     find "$work"/kestrel-demo.*/home/Downloads/KestrelD -name '*.mp4' 2>/dev/null | head -n 1
 }
 
+# start_application SCALE LOG [VARIABLE=VALUE...]: starts the demo with the
+# application at that device scale and waits for its window.
+start_application() {
+    local scale=$1 log=$2
+    shift 2
+    env "$@" QT_QPA_PLATFORM=xcb QT_SCALE_FACTOR="$scale" TMPDIR="$work" KESTREL_DEMO_KEEP=none \
+        KESTREL_DEMO_THROTTLE=400000 KESTREL_DEMO_CACHE="$work/cache" \
+        scripts/demo/demo.sh build/src >"$log" 2>&1 &
+    demo_pid=$!
+
+    window=
+    for _ in $(seq 6000); do
+        window=$(xdotool search --onlyvisible --name '^Kestrel Downloader( |$)' 2>/dev/null | head -n 1 || true)
+        [ -n "$window" ] && break
+        kill -0 "$demo_pid" 2>/dev/null || { cat "$log" >&2; fail "the application ended"; }
+        sleep 0.01
+    done
+    [ -n "$window" ] || fail "the window did not appear"
+}
+
+stop_application() {
+    kill -TERM "$demo_pid" 2>/dev/null || true
+    wait "$demo_pid" 2>/dev/null || true
+    demo_pid=
+}
+
+wait_for_download() {
+    for _ in $(seq 600); do
+        [ -n "$(downloaded_file)" ] && break
+        sleep 0.2
+    done
+    [ -n "$(downloaded_file)" ] || fail "nothing was downloaded"
+}
+
+# The pages a translator checks, in one language, and the box of a video
+# that does not exist.
+photograph_language() {
+    local language=$1
+    shots="$out/$language"
+    shot_count=0
+    rm -rf "$shots"
+    mkdir -p "$shots"
+    echo "== language $language"
+    start_application 1 "$work/demo-$language.log" LANGUAGE="$language" LANG="$language.UTF-8" LC_ALL= LC_MESSAGES=
+    xdotool windowactivate --sync "$window" 2>/dev/null || xdotool windowfocus --sync "$window"
+    wait_still
+    shot start
+    key Return
+    xdotool type --window "$window" --delay 15 "$address"
+    key Return
+    wait_still
+    shot formats
+    key Tab Down Up Return
+    wait_for_download
+    wait_still
+    shot downloaded
+    key Escape Escape
+    key ctrl+a
+    xdotool type --window "$window" --delay 15 "$missing_address"
+    key Return
+    local box=
+    for _ in $(seq 300); do
+        # The virtual X server shows nothing but the application's windows.
+        box=$(xdotool search --onlyvisible --name '.' 2>/dev/null | grep -vx "$window" | tail -n 1 || true)
+        [ -n "$box" ] && break
+        sleep 0.1
+    done
+    [ -n "$box" ] || fail "no error box came up"
+    sleep 0.5
+    shot error-box root
+    key Return
+    stop_application
+}
+
+if [ ${#languages[@]} -gt 0 ]; then
+    for language in "${languages[@]}"; do
+        photograph_language "$language"
+    done
+    echo "Screenshots in $out"
+    exit 0
+fi
+
 for scale in 1 2; do
     shots="$out/$((scale * 100))"
     shot_count=0
@@ -100,19 +205,7 @@ for scale in 1 2; do
     mkdir -p "$shots"
     echo "== device scale $((scale * 100)) %"
 
-    QT_QPA_PLATFORM=xcb QT_SCALE_FACTOR=$scale TMPDIR="$work" KESTREL_DEMO_KEEP=none \
-        KESTREL_DEMO_THROTTLE=400000 KESTREL_DEMO_CACHE="$work/cache" \
-        scripts/demo/demo.sh build/src >"$work/demo-$scale.log" 2>&1 &
-    demo_pid=$!
-
-    window=
-    for _ in $(seq 6000); do
-        window=$(xdotool search --onlyvisible --name '^Kestrel Downloader( |$)' 2>/dev/null | head -n 1 || true)
-        [ -n "$window" ] && break
-        kill -0 "$demo_pid" 2>/dev/null || { cat "$work/demo-$scale.log" >&2; fail "the application ended"; }
-        sleep 0.01
-    done
-    [ -n "$window" ] || fail "the window did not appear"
+    start_application "$scale" "$work/demo-$scale.log"
     shot first-frame
     sizes=()
     for _ in $(seq 30); do
@@ -142,11 +235,7 @@ for scale in 1 2; do
     key Return
     sleep 1
     shot downloading
-    for _ in $(seq 600); do
-        [ -n "$(downloaded_file)" ] && break
-        sleep 0.2
-    done
-    [ -n "$(downloaded_file)" ] || fail "nothing was downloaded"
+    wait_for_download
     wait_still
     shot downloaded
     key Escape
@@ -159,8 +248,6 @@ for scale in 1 2; do
     shot menu-from-keyboard root
     key Escape
 
-    kill -TERM "$demo_pid" 2>/dev/null || true
-    wait "$demo_pid" 2>/dev/null || true
-    demo_pid=
+    stop_application
 done
 echo "Screenshots in $out"

@@ -31,15 +31,15 @@ QString SysInfoPlugin::systemInformation()
     const QString version = m_version.isEmpty() ? QCoreApplication::applicationVersion() : m_version;
     QString application = QStringList{QCoreApplication::applicationName(), version}.join(QLatin1Char(' ')).trimmed();
     if (!m_buildDate.isEmpty())
-        application += QStringLiteral(" (build %1)").arg(m_buildDate);
+        application += tr(" (build %1)").arg(m_buildDate);
 
     QStringList lines;
     if (!application.isEmpty())
         lines << application;
-    lines << QStringLiteral("Operating system: %1").arg(QSysInfo::prettyProductName())
-          << QStringLiteral("Kernel: %1 %2").arg(QSysInfo::kernelType(), QSysInfo::kernelVersion())
-          << QStringLiteral("CPU architecture: %1").arg(QSysInfo::currentCpuArchitecture())
-          << QStringLiteral("Qt version: %1").arg(QString::fromLatin1(qVersion()));
+    lines << tr("Operating system: %1").arg(QSysInfo::prettyProductName())
+          << tr("Kernel: %1 %2").arg(QSysInfo::kernelType(), QSysInfo::kernelVersion())
+          << tr("CPU architecture: %1").arg(QSysInfo::currentCpuArchitecture())
+          << tr("Qt version: %1").arg(QString::fromLatin1(qVersion()));
     return lines.join(QLatin1Char('\n'));
 }
 

@@ -25,7 +25,7 @@ pieces="$deps/windows-deps-mingw-w64"
 pieces_cache="$root/../shared/windows/windows-deps-mingw-w64.tar.xz"
 
 scripts/install-dependencies.sh g++-mingw-w64-x86-64-posix mingw-w64-tools libz-mingw-w64-dev wine wine64 cmake \
-    ninja-build qt6-base-dev qt6-base-dev-tools nsis gnupg python3
+    ninja-build qt6-base-dev qt6-base-dev-tools qt6-l10n-tools qt6-translations-l10n nsis gnupg python3
 
 mkdir -p "$deps"
 if [ ! -f "$qt/lib/cmake/Qt6/qt.toolchain.cmake" ]; then

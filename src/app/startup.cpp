@@ -4,6 +4,7 @@
 #include "base/identity.h"
 #include "base/log.h"
 #include "base/settings.h"
+#include "base/translations.h"
 #include "downloader/filesetup.h"
 #include "plugins/plugins.h"
 #include "ui/navigation.h"
@@ -11,6 +12,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QFile>
+#include <QLocale>
 #include <QStandardPaths>
 #include <QTimer>
 
@@ -52,10 +54,18 @@ int qMain(int argc, char **argv)
 
     checkAndSetupFiles(Composition::videoRecord());
 
+    // The form takes its texts when it is built. Qt's own catalogue comes
+    // after the command line, whose --help and error texts are Qt's and stay
+    // English for scripts and support.
+    Translations translations(Translations::folderBesideProgram());
+    const QString language = translations.languageFor(QLocale::system().uiLanguages());
+    translations.installProgramCatalogue(language);
+
     Navigation window(Composition::driver(), Composition::videoRecord(), Composition::plugins());
     QCommandLineParser *commandLine = createCommandLine();
     window.setCommandLine(commandLine);
     commandLine->process(application);
+    translations.installQtCatalogue(language, Translations::qtCatalogueFolders());
 
     window.setWindowTitle(QStringLiteral("%1 %2").arg(Identity::applicationName(), Identity::applicationVersion(), Identity::buildDate()));
 

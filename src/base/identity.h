@@ -2,6 +2,7 @@
 
 #include "base/version.h"
 
+#include <QCoreApplication>
 #include <QString>
 
 // Who this program is. The application and organisation names also form the
@@ -22,10 +23,11 @@ inline QString desktopEntryId() { return QString::fromLatin1(Build::desktopEntry
 // manual update; a fixed value, not derived from the build date.
 inline constexpr int updateReleaseNumber = 2023;
 
-// Handed to the About box together with the system description.
+// Handed to the About box together with the system description, in the
+// user's language.
 inline QString description()
 {
-    return QStringLiteral("simple downloader from YouTube, full version is on Loomfield site");
+    return QCoreApplication::translate("Identity", "simple downloader from YouTube, full version is on Loomfield site");
 }
 
 // The sister product's shop page, opened by the start page's site button.

@@ -11,4 +11,8 @@ namespace Images {
 // moved to a denser screen later would be drawn blown up from the small one.
 QIcon icon(const QString &resource);
 
+// The same image flipped left to right, both densities: an arrow that points
+// back in a window laid out right to left.
+QIcon mirroredIcon(const QString &resource);
+
 } // namespace Images

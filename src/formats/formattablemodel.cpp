@@ -87,13 +87,13 @@ QVariant FormatTableModel::headerData(int section, Qt::Orientation orientation, 
         return QAbstractTableModel::headerData(section, orientation, role);
     switch (section) {
     case TypeColumn:
-        return QStringLiteral("Type");
+        return tr("Type");
     case IdColumn:
-        return QStringLiteral("ID.");
+        return tr("ID.");
     case ResolutionColumn:
-        return QStringLiteral("Resolution");
+        return tr("Resolution");
     case SizeColumn:
-        return QStringLiteral("Size");
+        return tr("Size");
     case DownloadColumn:
         return QString();
     default:

@@ -13,6 +13,7 @@
 #include "ui/keyboardactivation.h"
 #include "ui/pagesizes.h"
 #include "ui/rowfitter.h"
+#include "ui/textfitter.h"
 #include "ui/visibility.h"
 
 #include <QCommandLineParser>
@@ -52,7 +53,7 @@ QString displayDuration(const QTime &duration)
         return duration.toString(QStringLiteral("| H:mm:ss"));
     if (duration.minute() > 0)
         return duration.toString(QStringLiteral("| m:ss"));
-    return QStringLiteral("| %1 sec.").arg(duration.second());
+    return QCoreApplication::translate("Navigation", "| %1 sec.").arg(duration.second());
 }
 
 QString failureMessage(KestrelDownloader::errorType code)
@@ -60,19 +61,19 @@ QString failureMessage(KestrelDownloader::errorType code)
     switch (code) {
     case KestrelDownloader::metadataTooFewLines:
     case KestrelDownloader::metadataBadDuration:
-        return QStringLiteral("Cannot request metadata");
+        return QCoreApplication::translate("Navigation", "Cannot request metadata");
     case KestrelDownloader::metadataCrashed:
-        return QStringLiteral("crash exit on metadata request");
+        return QCoreApplication::translate("Navigation", "crash exit on metadata request");
     case KestrelDownloader::formatsCrashed:
-        return QStringLiteral("crash exit on formats request");
+        return QCoreApplication::translate("Navigation", "crash exit on formats request");
     case KestrelDownloader::downloadCrashed:
-        return QStringLiteral("crash exit at downloading process");
+        return QCoreApplication::translate("Navigation", "crash exit at downloading process");
     case KestrelDownloader::formatCountError:
-        return QStringLiteral("format count error");
+        return QCoreApplication::translate("Navigation", "format count error");
     case KestrelDownloader::toolNotStarted:
-        return QStringLiteral("cannot start the downloader tool");
+        return QCoreApplication::translate("Navigation", "cannot start the downloader tool");
     default:
-        return QStringLiteral("indefinite");
+        return QCoreApplication::translate("Navigation", "indefinite");
     }
 }
 
@@ -116,6 +117,8 @@ Navigation::Navigation(KestrelDownloader &driver, VideoInfo &info, Plugins &plug
 {
     m_ui->setupUi(this);
     applyFormFontWeights();
+    fitTranslatedTexts();
+    pointBackArrowsBack();
     // Qt gives the form's images their "@2x" files itself when a screen
     // denser than 1 is present at start.
     m_denseImages = qApp->devicePixelRatio() > 1.0;
@@ -176,6 +179,16 @@ void Navigation::applyFormFontWeights()
     m_ui->btnOpenFolder->setFont(openFolder);
 }
 
+// A translation may need more room than the English texts the pages were
+// made for. The video's title is not among these: it is the video's.
+void Navigation::fitTranslatedTexts()
+{
+    auto *fitter = new TextFitter(this);
+    for (QWidget *widget : std::initializer_list<QWidget *>{m_ui->labelTime, m_ui->label_DL, m_ui->label_DL_OK,
+                                                            m_ui->btnStartOver, m_ui->btnOpenFolder, m_ui->btnCancel})
+        fitter->watch(widget);
+}
+
 // Loading the "@2x" files costs the first frame a few milliseconds, so
 // without a dense screen at start they are added only when the window comes
 // onto one later.
@@ -194,6 +207,18 @@ void Navigation::prepareImagesFor(qreal devicePixelRatio)
     };
     for (const auto &[button, resource] : buttons)
         button->setIcon(Images::icon(resource));
+    pointBackArrowsBack();
+}
+
+// In a window laid out right to left (Arabic) back lies to the right. The
+// large back button's picture holds a word, which must not be flipped.
+void Navigation::pointBackArrowsBack()
+{
+    if (layoutDirection() != Qt::RightToLeft)
+        return;
+    const QIcon arrow = Images::mirroredIcon(QStringLiteral(":/img/btn_back_small"));
+    m_ui->btn_Back_from_Formats->setIcon(arrow);
+    m_ui->btn_Back_Last->setIcon(arrow);
 }
 
 void Navigation::connectWindow()
@@ -330,13 +355,12 @@ void Navigation::whenProcessButtonClicked()
 void Navigation::whenCallProcess()
 {
     if (!m_driver.setUrl(m_ui->editURL->text())) {
-        QMessageBox::warning(this, QStringLiteral("WARNING"),
-                             QStringLiteral("WARNING: You must provide at least some valid YouTube URL to proceed"));
+        QMessageBox::warning(this, tr("WARNING"), tr("WARNING: You must provide at least some valid YouTube URL to proceed"));
         return;
     }
     setTableModel(m_ui->tableView, nullptr);
     m_ui->labelTime->setText(QStringLiteral("00:00:00"));
-    m_ui->labelTitle->setText(QStringLiteral("Title"));
+    m_ui->labelTitle->setText(tr("Title"));
     m_ui->progressBar->show();
     m_ui->stackedWidget->setCurrentWidget(m_ui->page_Formats);
     m_ui->btn_Back_from_Formats->setFocus(Qt::OtherFocusReason);
@@ -454,9 +478,10 @@ void Navigation::whenSomethingWrong(KestrelDownloader::errorType code)
     default:
         break;
     }
-    QMessageBox box(QMessageBox::Critical, QStringLiteral("ERROR"),
-                    QStringLiteral("<h3>ERROR:</h3>%1<hr><i>Code: #0x%2</i>").arg(failureMessage(code)).arg(int(code), 0, 16),
-                    QMessageBox::Ok, this);
+    // The code stays as it is in every language: support asks for it.
+    //: %1 is the kind of failure, %2 its code in hexadecimal.
+    const QString text = tr("<h3>ERROR:</h3>%1<hr><i>Code: #0x%2</i>");
+    QMessageBox box(QMessageBox::Critical, tr("ERROR"), text.arg(failureMessage(code)).arg(int(code), 0, 16), QMessageBox::Ok, this);
     box.setTextFormat(Qt::RichText);
     box.exec();
 }
@@ -492,9 +517,9 @@ void Navigation::whenToolUpdated(QProcess::ExitStatus status)
     LOG_ENTRY("void Navigation::whenToolUpdated(QProcess::ExitStatus)") << status;
     m_ui->stackedWidget->setCurrentWidget(m_returnPage);
     if (status == QProcess::CrashExit)
-        QMessageBox::warning(this, QStringLiteral("ERROR"), QStringLiteral("Unable to update. Please contact support"));
+        QMessageBox::warning(this, tr("ERROR"), tr("Unable to update. Please contact support"));
     else
-        QMessageBox::information(this, QStringLiteral("Success"), QStringLiteral("KestrelDownloader was successfully updated"));
+        QMessageBox::information(this, tr("Success"), tr("KestrelDownloader was successfully updated"));
 }
 
 void Navigation::whenApplicationUpdated()
@@ -511,26 +536,42 @@ void Navigation::activateMenuActions()
         watched->installEventFilter(this);
 
     m_contextMenu = new QMenu(this);
-    m_updateAction = m_contextMenu->addAction(QStringLiteral("Manually Update Software"));
-    m_loggingAction = m_contextMenu->addAction(QStringLiteral("Logging enabled"));
+    m_updateAction = addMenuEntry(m_contextMenu, QT_TR_NOOP("Manually Update Software"));
+    m_loggingAction = addMenuEntry(m_contextMenu, QT_TR_NOOP("Logging enabled"));
     m_loggingAction->setCheckable(true);
     LoggingInterface *logging = m_plugins.logging().instance();
     m_loggingAction->setChecked(logging && logging->isEnabled());
     m_contextMenu->addSeparator();
 
     // There is deliberately no 100 entry: the default scale has no check mark.
-    m_scaleMenu = new QMenu(QStringLiteral("Change Scale Size"), m_contextMenu);
+    m_scaleMenu = new QMenu(tr("Change Scale Size"), m_contextMenu);
     for (unsigned int value : {125u, 130u, 135u, 140u}) {
-        QAction *entry = m_scaleMenu->addAction(QStringLiteral("%1%").arg(value));
+        //: A display scale in percent, as 130%.
+        QAction *entry = m_scaleMenu->addAction(tr("%1%").arg(value));
+        entry->setData(QStringLiteral("%1%").arg(value));
         entry->setCheckable(true);
         entry->setChecked(value == m_scale);
     }
     m_contextMenu->addMenu(m_scaleMenu);
     m_contextMenu->addSeparator();
-    m_identifierAction = m_contextMenu->addAction(QStringLiteral("Show UUID"));
-    m_aboutAction = m_contextMenu->addAction(QStringLiteral("About"));
+    m_identifierAction = addMenuEntry(m_contextMenu, QT_TR_NOOP("Show UUID"));
+    m_aboutAction = addMenuEntry(m_contextMenu, QT_TR_NOOP("About"));
 
     connect(m_contextMenu, &QMenu::triggered, this, &Navigation::whenMenuTriggered);
+}
+
+// The log and the scale handling read an entry's English text, which the
+// entry keeps as its data whatever language it shows.
+QAction *Navigation::addMenuEntry(QMenu *menu, const char *englishText)
+{
+    QAction *entry = menu->addAction(tr(englishText));
+    entry->setData(QString::fromLatin1(englishText));
+    return entry;
+}
+
+QString Navigation::englishText(const QAction *action)
+{
+    return action->data().toString();
 }
 
 bool Navigation::eventFilter(QObject *watched, QEvent *event)
@@ -545,7 +586,7 @@ bool Navigation::eventFilter(QObject *watched, QEvent *event)
 
 void Navigation::whenMenuTriggered(QAction *action)
 {
-    LOG_ENTRY("void Navigation::whenMenuTriggered(QAction*)") << action->text();
+    LOG_ENTRY("void Navigation::whenMenuTriggered(QAction*)") << englishText(action);
     if (action == m_updateAction) {
         updateApplicationNow();
     } else if (action == m_loggingAction) {
@@ -567,7 +608,7 @@ void Navigation::changeScale(QAction *action)
         entry->setChecked(false);
     action->setChecked(true);
 
-    const unsigned int value = QString(action->text()).remove(QStringLiteral("%")).toUInt(nullptr, 10);
+    const unsigned int value = englishText(action).remove(QStringLiteral("%")).toUInt(nullptr, 10);
     if (value == m_scale)
         return;
     m_scale = value;
@@ -594,7 +635,7 @@ void Navigation::showAbout()
     AboutAppInterface *about = m_plugins.about().instance();
     if (!about) {
         QMessageBox::information(nullptr, QCoreApplication::applicationName(),
-                                 QStringLiteral("%1 version: %2")
+                                 tr("%1 version: %2")
                                      .arg(QCoreApplication::applicationName(), QCoreApplication::applicationVersion()));
         return;
     }

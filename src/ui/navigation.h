@@ -77,6 +77,8 @@ private:
     void goBackOrCancel();
     void connectDriver();
     void applyFormFontWeights();
+    void fitTranslatedTexts();
+    void pointBackArrowsBack();
     unsigned int storedScale() const;
     void runCommandLineRequests();
 
@@ -87,6 +89,8 @@ private:
     void whenToolUpdated(QProcess::ExitStatus status);
 
     void activateMenuActions();
+    QAction *addMenuEntry(QMenu *menu, const char *englishText);
+    static QString englishText(const QAction *action);
     void whenMenuTriggered(QAction *action);
     void changeScale(QAction *action);
     void updateApplicationNow();

@@ -7,6 +7,7 @@ app_name="kestrel-downloader"
 expected_version_line="Kestrel Downloader 2.0.023"
 plugins=(LoggingMessages SysInfo Updater About)
 icon_sizes=(16 32 48 64 128 256)
+languages=(de fr es pt_BR it pl ru uk tr zh_CN ja ar)
 
 fail() {
     echo "FAIL: $*" >&2
@@ -57,6 +58,15 @@ check_layout() {
     for plugin in "${plugins[@]}"; do
         [ -f "$appdir/$plugin.so" ] || fail "plug-in $appdir/$plugin.so is missing"
         is_elf "$appdir/$plugin.so" || fail "$appdir/$plugin.so is not an ELF library"
+    done
+
+    step "translations $appdir/translations"
+    local language catalogue
+    for language in "${languages[@]}"; do
+        catalogue="$appdir/translations/kestrel_$language.qm"
+        [ -s "$catalogue" ] || fail "catalogue $catalogue is missing or empty"
+        # Every compiled Qt catalogue starts with the same four bytes.
+        [ "$(head -c 4 "$catalogue" | od -An -tx1 | tr -d ' ')" = "3cb86418" ] || fail "$catalogue is not a Qt catalogue"
     done
 
     # Nothing installed may find its libraries through the build tree: it
@@ -126,6 +136,12 @@ Categories=Network;AudioVideo;Video;
 StartupWMClass=Kestrel Downloader
 LINES
     grep -q '^Comment=.' "$desktop" || fail "$desktop has no Comment"
+    local language key
+    for language in "${languages[@]}"; do
+        for key in Name GenericName Comment Keywords; do
+            grep -q "^$key\[$language\]=." "$desktop" || fail "$desktop has no $key[$language]"
+        done
+    done
 
     command -v desktop-file-validate >/dev/null 2>&1 ||
         fail "desktop-file-validate is not installed (Debian package desktop-file-utils)"
@@ -195,6 +211,9 @@ print("launchable=" + texts("launchable[@type='desktop-id']"))
 print("binary=" + texts("provides/binary"))
 print("releases=" + " ".join(r.get("version", "") for r in root.findall("releases/release")))
 print("categories=" + "".join(c + ";" for c in texts("categories/category").split()))
+lang = "{http://www.w3.org/XML/1998/namespace}lang"
+for path in ("name", "summary", "description/p"):
+    print("languages of " + path + "=" + " ".join(sorted({e.get(lang) for e in root.findall(path) if e.get(lang)})))
 PYTHON
     ) || fail "$metainfo could not be read as XML"
     local key value desktop="$prefix/share/applications/$app_id.desktop"
@@ -209,6 +228,9 @@ id=$app_id
 launchable=$app_id.desktop
 binary=$app_name
 categories=$(sed -n 's/^Categories=//p' "$desktop")
+languages of name=$(printf '%s\n' "${languages[@]}" | LC_ALL=C sort | paste -sd' ')
+languages of summary=$(printf '%s\n' "${languages[@]}" | LC_ALL=C sort | paste -sd' ')
+languages of description/p=$(printf '%s\n' "${languages[@]}" | LC_ALL=C sort | paste -sd' ')
 LINES
     # The newest release comes first, and it is this build's version.
     local releases

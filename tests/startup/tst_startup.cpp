@@ -5,6 +5,8 @@
 #include <QRegularExpression>
 #include <QTest>
 
+#include <optional>
+
 namespace {
 
 QStringList withoutWindowRecords(const QStringList &calls)
@@ -30,6 +32,7 @@ private slots:
     void versionOption();
     void helpOption();
     void unknownOptionEndsTheProcess();
+    void commandLineStaysEnglishInOtherLanguages();
     void updateAsEmptyPrintsHelpAndExits();
     void updateAsCallsUpdateNow_data();
     void updateAsCallsUpdateNow();
@@ -124,6 +127,33 @@ void TestStartup::unknownOptionEndsTheProcess()
     QCOMPARE(run.exitCode, 1);
     QVERIFY(run.logLines.join(QLatin1Char('\n')).contains(QStringLiteral("Unknown option 'no-such-option'.")));
     QCOMPARE(run.calls.filter(QStringLiteral("Updater.")), QStringList());
+}
+
+// The help, the version and the parser's complaints are for scripts and
+// support: English whatever the user's language.
+void TestStartup::commandLineStaysEnglishInOtherLanguages()
+{
+    TestSandbox sandbox;
+    AppInstallation app;
+    app.addTranslations();
+    const QList<std::pair<const char *, QByteArray>> german{{"LANGUAGE", "de"}, {"LANG", "de_DE.UTF-8"}, {"LC_ALL", {}}};
+    QList<std::pair<const char *, std::optional<QByteArray>>> before;
+    for (const auto &[name, value] : german) {
+        before.append({name, qEnvironmentVariableIsSet(name) ? std::optional(qgetenv(name)) : std::nullopt});
+        value.isEmpty() ? qunsetenv(name) : qputenv(name, value);
+    }
+    const AppInstallation::Run help = app.run(sandbox, {QStringLiteral("--help")});
+    const AppInstallation::Run version = app.run(sandbox, {QStringLiteral("--version")});
+    const AppInstallation::Run unknown = app.run(sandbox, {QStringLiteral("--no-such-option")});
+    for (const auto &[name, value] : before)
+        value ? qputenv(name, *value) : qunsetenv(name);
+
+    QVERIFY(help.finished);
+    QVERIFY2(help.standardOutput.contains(QRegularExpression(QStringLiteral("-h, --help +Displays help on commandline options."))),
+             qPrintable(help.standardOutput));
+    QVERIFY(help.standardOutput.contains(QRegularExpression(QStringLiteral("--update-as <version> +update this app as some version"))));
+    QCOMPARE(version.standardOutput, QStringLiteral("Kestrel Downloader 2.0.023\n"));
+    QVERIFY(unknown.logLines.join(QLatin1Char('\n')).contains(QStringLiteral("Unknown option 'no-such-option'.")));
 }
 
 void TestStartup::updateAsEmptyPrintsHelpAndExits()

@@ -51,6 +51,21 @@ void AppInstallation::addCopyOf(const QString &source, const QString &name)
         qFatal("cannot copy %s", qPrintable(source));
 }
 
+void AppInstallation::addTranslations()
+{
+    const QDir source(QFileInfo(QStringLiteral(KESTREL_APP_EXECUTABLE)).dir().filePath(QStringLiteral("translations")));
+    const QDir target(QDir(folder()).filePath(QStringLiteral("translations")));
+    if (!target.mkpath(QStringLiteral(".")))
+        qFatal("cannot make %s", qPrintable(target.path()));
+    const QStringList catalogues = source.entryList({QStringLiteral("*.qm")}, QDir::Files);
+    if (catalogues.isEmpty())
+        qFatal("no catalogues in %s", qPrintable(source.path()));
+    for (const QString &catalogue : catalogues) {
+        if (!QFile::copy(source.filePath(catalogue), target.filePath(catalogue)))
+            qFatal("cannot copy %s", qPrintable(catalogue));
+    }
+}
+
 AppInstallation::Run AppInstallation::run(const TestSandbox &sandbox, const QStringList &arguments,
                                           const QStringList &fixtureActions, int timeoutMs) const
 {

@@ -36,6 +36,8 @@ public:
     void addAllRecordingPlugins();
     void addFile(const QString &name, const QByteArray &content);
     void addCopyOf(const QString &source, const QString &name);
+    // The build's translation catalogues, in the folder beside the executable.
+    void addTranslations();
 
     // Runs the application to its end.
     Run run(const TestSandbox &sandbox, const QStringList &arguments, const QStringList &fixtureActions = {},

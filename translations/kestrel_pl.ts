@@ -1,0 +1,449 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="pl">
+<context>
+    <name>AboutDialog</name>
+    <message>
+        <source>Version %1</source>
+        <translation>Wersja %1</translation>
+    </message>
+    <message>
+        <source>System information</source>
+        <translation>Informacje o systemie</translation>
+    </message>
+</context>
+<context>
+    <name>FormatTableModel</name>
+    <message>
+        <source>Type</source>
+        <translation>Typ</translation>
+    </message>
+    <message>
+        <source>ID.</source>
+        <translation>ID</translation>
+    </message>
+    <message>
+        <source>Resolution</source>
+        <translation>Rozdzielczość</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Rozmiar</translation>
+    </message>
+</context>
+<context>
+    <name>IdentifierDialog</name>
+    <message>
+        <source>Machine identifier</source>
+        <translation>Identyfikator komputera</translation>
+    </message>
+    <message>
+        <source>The identifier of this computer:</source>
+        <translation>Identyfikator tego komputera:</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopiuj</translation>
+    </message>
+    <message>
+        <source>Copied to the clipboard.</source>
+        <translation>Skopiowano do schowka.</translation>
+    </message>
+</context>
+<context>
+    <name>Identity</name>
+    <message>
+        <source>simple downloader from YouTube, full version is on Loomfield site</source>
+        <translation>prosty program do pobierania z YouTube, pełna wersja jest na stronie Loomfield</translation>
+    </message>
+</context>
+<context>
+    <name>InstallerDownload</name>
+    <message>
+        <source>Could not save the installer as &quot;%1&quot;: %2</source>
+        <translation>Nie można zapisać instalatora jako „%1”: %2</translation>
+    </message>
+    <message>
+        <source>The installer download was redirected to an address that is not allowed: %1.</source>
+        <translation>Pobieranie instalatora zostało przekierowane na niedozwolony adres: %1.</translation>
+    </message>
+    <message>
+        <source>The installer could not be downloaded: the server answered HTTP %1 %2.</source>
+        <translation>Nie można pobrać instalatora: serwer odpowiedział HTTP %1 %2.</translation>
+    </message>
+    <message>
+        <source>The installer download stalled: nothing arrived for %1 seconds.</source>
+        <translation>Pobieranie instalatora utknęło: od %1 s nic nie dotarło.</translation>
+    </message>
+    <message>
+        <source>Could not reach the update server: %1</source>
+        <translation>Nie można połączyć się z serwerem aktualizacji: %1</translation>
+    </message>
+    <message>
+        <source>The downloaded installer is damaged (checksum mismatch) and was deleted.</source>
+        <translation>Pobrany instalator jest uszkodzony (niezgodna suma kontrolna) i został usunięty.</translation>
+    </message>
+    <message>
+        <source>Could not replace the earlier file &quot;%1&quot;.</source>
+        <translation>Nie można zastąpić wcześniejszego pliku „%1”.</translation>
+    </message>
+    <message>
+        <source>Could not rename the installer to &quot;%1&quot;: %2</source>
+        <translation>Nie można zmienić nazwy instalatora na „%1”: %2</translation>
+    </message>
+</context>
+<context>
+    <name>Navigation</name>
+    <message>
+        <source>Kestrel Downloader</source>
+        <translation>Kestrel Downloader</translation>
+    </message>
+    <message>
+        <source>Download a video</source>
+        <translation>Pobierz film</translation>
+    </message>
+    <message>
+        <source>Opens the page where you paste the address of a YouTube video</source>
+        <translation>Otwiera stronę, na której wklejasz adres filmu z YouTube</translation>
+    </message>
+    <message>
+        <source>Go To Loomfield: Access 1000&apos;s of Sites</source>
+        <translation>Przejdź do Loomfield: ponad 1000 serwisów</translation>
+    </message>
+    <message>
+        <source>Opens the Loomfield web site in your browser</source>
+        <translation>Otwiera stronę Loomfield w przeglądarce</translation>
+    </message>
+    <message>
+        <source>Go To Loomfield&lt;br&gt;Access 1000&apos;s of Sites</source>
+        <translation>Przejdź do Loomfield&lt;br&gt;Ponad 1000 serwisów</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>Wstecz</translation>
+    </message>
+    <message>
+        <source>Returns to the start page</source>
+        <translation>Wraca do strony startowej</translation>
+    </message>
+    <message>
+        <source>Video address</source>
+        <translation>Adres filmu</translation>
+    </message>
+    <message>
+        <source>The address of a YouTube video; press Enter to look it up</source>
+        <translation>Adres filmu z YouTube; naciśnij Enter, aby go wyszukać</translation>
+    </message>
+    <message>
+        <source>Process</source>
+        <translation>Przetwórz</translation>
+    </message>
+    <message>
+        <source>Looks up the video and lists its formats</source>
+        <translation>Wyszukuje film i wyświetla jego formaty</translation>
+    </message>
+    <message>
+        <source>Stops looking up the video and returns to its address</source>
+        <translation>Przerywa wyszukiwanie filmu i wraca do jego adresu</translation>
+    </message>
+    <message>
+        <source>Title of the video</source>
+        <translation>Tytuł filmu</translation>
+    </message>
+    <message>
+        <source>title</source>
+        <translation>tytuł</translation>
+    </message>
+    <message>
+        <source>Duration of the video</source>
+        <translation>Czas trwania filmu</translation>
+    </message>
+    <message>
+        <source>00:00:00</source>
+        <translation>00:00:00</translation>
+    </message>
+    <message>
+        <source>Looking up the video</source>
+        <translation>Wyszukiwanie filmu</translation>
+    </message>
+    <message>
+        <source>Shown until the video&apos;s formats are listed</source>
+        <translation>Widoczne, dopóki nie pojawi się lista formatów filmu</translation>
+    </message>
+    <message>
+        <source>Formats</source>
+        <translation>Formaty</translation>
+    </message>
+    <message>
+        <source>The video&apos;s formats, largest first: type, resolution and size. Press Enter or click a format to download it</source>
+        <translation>Formaty filmu, od największego: typ, rozdzielczość i rozmiar. Naciśnij Enter lub kliknij format, aby go pobrać</translation>
+    </message>
+    <message>
+        <source>Returns to the list of formats</source>
+        <translation>Wraca do listy formatów</translation>
+    </message>
+    <message>
+        <source>Downloading: </source>
+        <translation>Pobieranie: </translation>
+    </message>
+    <message>
+        <source>Video Successfully Downloaded</source>
+        <translation>Film pobrany pomyślnie</translation>
+    </message>
+    <message>
+        <source>Download progress</source>
+        <translation>Postęp pobierania</translation>
+    </message>
+    <message>
+        <source>How much of the video has been downloaded</source>
+        <translation>Jaka część filmu została już pobrana</translation>
+    </message>
+    <message>
+        <source>Starts again with the address of another video</source>
+        <translation>Zaczyna od nowa z adresem innego filmu</translation>
+    </message>
+    <message>
+        <source>Start Over</source>
+        <translation>Od nowa</translation>
+    </message>
+    <message>
+        <source>Opens the folder with the downloaded video</source>
+        <translation>Otwiera folder z pobranym filmem</translation>
+    </message>
+    <message>
+        <source>Open Folder with File</source>
+        <translation>Otwórz folder z plikiem</translation>
+    </message>
+    <message>
+        <source>Stops the download</source>
+        <translation>Przerywa pobieranie</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Anuluj</translation>
+    </message>
+    <message>
+        <source>Please wait</source>
+        <translation>Proszę czekać</translation>
+    </message>
+    <message>
+        <source>Shown while the program is busy</source>
+        <translation>Widoczne, gdy program jest zajęty</translation>
+    </message>
+    <message>
+        <source>| %1 sec.</source>
+        <translation>| %1 s</translation>
+    </message>
+    <message>
+        <source>Cannot request metadata</source>
+        <translation>Nie można pobrać metadanych</translation>
+    </message>
+    <message>
+        <source>crash exit on metadata request</source>
+        <translation>awaria podczas pobierania metadanych</translation>
+    </message>
+    <message>
+        <source>crash exit on formats request</source>
+        <translation>awaria podczas pobierania listy formatów</translation>
+    </message>
+    <message>
+        <source>crash exit at downloading process</source>
+        <translation>awaria podczas pobierania filmu</translation>
+    </message>
+    <message>
+        <source>format count error</source>
+        <translation>błąd liczby formatów</translation>
+    </message>
+    <message>
+        <source>cannot start the downloader tool</source>
+        <translation>nie można uruchomić narzędzia do pobierania</translation>
+    </message>
+    <message>
+        <source>indefinite</source>
+        <translation>nieznany błąd</translation>
+    </message>
+    <message>
+        <source>WARNING</source>
+        <translation>OSTRZEŻENIE</translation>
+    </message>
+    <message>
+        <source>WARNING: You must provide at least some valid YouTube URL to proceed</source>
+        <translation>OSTRZEŻENIE: aby kontynuować, podaj prawidłowy adres filmu z YouTube</translation>
+    </message>
+    <message>
+        <source>Title</source>
+        <translation>Tytuł</translation>
+    </message>
+    <message>
+        <source>&lt;h3&gt;ERROR:&lt;/h3&gt;%1&lt;hr&gt;&lt;i&gt;Code: #0x%2&lt;/i&gt;</source>
+        <extracomment>%1 is the kind of failure, %2 its code in hexadecimal.</extracomment>
+        <translation>&lt;h3&gt;BŁĄD:&lt;/h3&gt;%1&lt;hr&gt;&lt;i&gt;Kod: #0x%2&lt;/i&gt;</translation>
+    </message>
+    <message>
+        <source>ERROR</source>
+        <translation>BŁĄD</translation>
+    </message>
+    <message>
+        <source>Unable to update. Please contact support</source>
+        <translation>Nie można zaktualizować. Skontaktuj się z pomocą techniczną</translation>
+    </message>
+    <message>
+        <source>Success</source>
+        <translation>Aktualizacja zakończona</translation>
+    </message>
+    <message>
+        <source>KestrelDownloader was successfully updated</source>
+        <translation>KestrelDownloader został pomyślnie zaktualizowany</translation>
+    </message>
+    <message>
+        <source>Manually Update Software</source>
+        <translation>Zaktualizuj program ręcznie</translation>
+    </message>
+    <message>
+        <source>Logging enabled</source>
+        <translation>Rejestrowanie włączone</translation>
+    </message>
+    <message>
+        <source>Change Scale Size</source>
+        <translation>Zmień skalę</translation>
+    </message>
+    <message>
+        <source>%1%</source>
+        <extracomment>A display scale in percent, as 130%.</extracomment>
+        <translation>%1%</translation>
+    </message>
+    <message>
+        <source>Show UUID</source>
+        <translation>Pokaż UUID</translation>
+    </message>
+    <message>
+        <source>About</source>
+        <translation>O programie</translation>
+    </message>
+    <message>
+        <source>%1 version: %2</source>
+        <translation>%1, wersja %2</translation>
+    </message>
+</context>
+<context>
+    <name>QGuiApplication</name>
+    <message>
+        <source>QT_LAYOUT_DIRECTION</source>
+        <translation>LTR</translation>
+    </message>
+</context>
+<context>
+    <name>SysInfoPlugin</name>
+    <message>
+        <source> (build %1)</source>
+        <translation> (kompilacja %1)</translation>
+    </message>
+    <message>
+        <source>Operating system: %1</source>
+        <translation>System operacyjny: %1</translation>
+    </message>
+    <message>
+        <source>Kernel: %1 %2</source>
+        <translation>Jądro: %1 %2</translation>
+    </message>
+    <message>
+        <source>CPU architecture: %1</source>
+        <translation>Architektura procesora: %1</translation>
+    </message>
+    <message>
+        <source>Qt version: %1</source>
+        <translation>Wersja Qt: %1</translation>
+    </message>
+</context>
+<context>
+    <name>UpdaterPlugin</name>
+    <message>
+        <source>The update address %1.</source>
+        <translation>Adres aktualizacji %1.</translation>
+    </message>
+    <message>
+        <source>The update server redirected to an address that is not allowed: %1.</source>
+        <translation>Serwer aktualizacji przekierował na niedozwolony adres: %1.</translation>
+    </message>
+    <message>
+        <source>The release information from the update server is too large to be a release feed.</source>
+        <translation>Informacje o wydaniach z serwera aktualizacji są za duże jak na kanał wydań.</translation>
+    </message>
+    <message>
+        <source>Could not get the release information: the update server answered HTTP %1 %2.</source>
+        <translation>Nie można pobrać informacji o wydaniach: serwer aktualizacji odpowiedział HTTP %1 %2.</translation>
+    </message>
+    <message>
+        <source>The update server did not answer within %1 seconds.</source>
+        <translation>Serwer aktualizacji nie odpowiedział w ciągu %1 s.</translation>
+    </message>
+    <message>
+        <source>Could not reach the update server: %1</source>
+        <translation>Nie można połączyć się z serwerem aktualizacji: %1</translation>
+    </message>
+    <message>
+        <source>The release information from the update server is not readable: %1.</source>
+        <translation>Nie można odczytać informacji o wydaniach z serwera aktualizacji: %1.</translation>
+    </message>
+    <message>
+        <source>You have the latest version of %1.
+
+The newest release on the update server is %2 (build %3).</source>
+        <translation>Masz najnowszą wersję programu %1.
+
+Najnowsze wydanie na serwerze aktualizacji to %2 (kompilacja %3).</translation>
+    </message>
+    <message>
+        <source>Version %1 of %2 is available, but the update server offers no installer for this system.</source>
+        <translation>Dostępna jest wersja %1 programu %2, ale serwer aktualizacji nie oferuje instalatora dla tego systemu.</translation>
+    </message>
+    <message>
+        <source>Version %1 (build %2) of %3 is available.
+
+Do you want to download and install it now?</source>
+        <translation>Dostępna jest wersja %1 (kompilacja %2) programu %3.
+
+Czy pobrać ją i zainstalować teraz?</translation>
+    </message>
+    <message>
+        <source>Could not find or create the download folder &quot;%1&quot;.</source>
+        <translation>Nie można znaleźć ani utworzyć folderu pobierania „%1”.</translation>
+    </message>
+    <message>
+        <source>Downloading %1 %2…
+%3 of %4</source>
+        <translation>Pobieranie %1 %2…
+%3 z %4</translation>
+    </message>
+    <message>
+        <source>Downloading %1 %2…
+%3</source>
+        <translation>Pobieranie %1 %2…
+%3</translation>
+    </message>
+    <message>
+        <source>Version %1 of %2 is being installed.
+
+Please restart %2 once its installer has finished.</source>
+        <translation>Trwa instalacja wersji %1 programu %2.
+
+Uruchom ponownie %2 po zakończeniu instalacji.</translation>
+    </message>
+    <message>
+        <source>The installer was saved as &quot;%1&quot; but could not be started. Please open it yourself.</source>
+        <translation>Instalator zapisano jako „%1”, ale nie można go uruchomić. Otwórz go samodzielnie.</translation>
+    </message>
+    <message>
+        <source>Software Update</source>
+        <translation>Aktualizacja oprogramowania</translation>
+    </message>
+    <message>
+        <source>Downloading %1 %2…</source>
+        <translation>Pobieranie %1 %2…</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Anuluj</translation>
+    </message>
+</context>
+</TS>
