@@ -3,6 +3,7 @@
 #include "dialogparent.h"
 #include "feedsignature.h"
 #include "installerdownload.h"
+#include "toolpreparation.h"
 #include "installerfolder.h"
 #include "releasekey.h"
 #include "updatersettings.h"
@@ -61,11 +62,14 @@ constexpr int startUpCheckDelayMs = 250;
 
 UpdaterPlugin::UpdaterPlugin(QObject *parent)
     : UpdateInterface(parent)
+    , m_toolPreparation(new ToolPreparation(this))
 {
     m_pendingCheck.setSingleShot(true);
     m_pendingCheck.setInterval(startUpCheckDelayMs);
-    connect(&m_pendingCheck, &QTimer::timeout, this,
-            [this] { begin(m_pendingReleaseNumber, m_pendingText, true); });
+    connect(&m_pendingCheck, &QTimer::timeout, this, [this] {
+        m_toolPreparation->start();
+        begin(m_pendingReleaseNumber, m_pendingText, true);
+    });
 }
 
 UpdaterPlugin::~UpdaterPlugin()

@@ -12,6 +12,7 @@
 
 class FeedSignature;
 class InstallerDownload;
+class ToolPreparation;
 class QNetworkAccessManager;
 class QNetworkReply;
 class QProgressBar;
@@ -105,6 +106,7 @@ private:
     QNetworkAccessManager *m_network = nullptr;
     // The start-up check, waiting for the window's first frame.
     QTimer m_pendingCheck;
+    ToolPreparation *m_toolPreparation = nullptr;
     int m_pendingReleaseNumber = 0;
     QString m_pendingText;
     QUrl m_feedUrl;

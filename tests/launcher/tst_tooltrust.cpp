@@ -43,6 +43,8 @@ private slots:
     void oldCopyCrashingDoesNothingToTheNewOne();
     void newRuntimeIsSettledByItsFirstRun_data();
     void newRuntimeIsSettledByItsFirstRun();
+    void backgroundInstallBringsTheCopiesQuietly();
+    void backgroundInstallLeavesAnInstalledToolAlone();
 
 private:
     QString previousTool() const { return dataFolder() + QStringLiteral("/yt-dlp_linux.previous"); }
@@ -253,6 +255,31 @@ void TestToolTrust::newRuntimeIsSettledByItsFirstRun()
     QVERIFY(recordedRuns().value(0).contains(QStringLiteral("deno:") + dataFolder() + QStringLiteral("/deno")));
     QVERIFY(!QFileInfo::exists(previousRuntime()));
     QCOMPARE(readAll(dataFolder() + QStringLiteral("/deno")), ReleaseScripts::answering(installed));
+}
+
+void TestToolTrust::backgroundInstallBringsTheCopiesQuietly()
+{
+    const RunResult result = runLauncher({QStringLiteral("--update"), QStringLiteral("--background")});
+    QVERIFY2(result.succeeded(), result.err.constData());
+    QCOMPARE(result.out, QByteArray());
+    QCOMPARE(result.err, QByteArray());
+    QCOMPARE(result.redirections, QByteArrayList());
+    QCOMPARE(installedTool(), ReleaseScripts::tool(QStringLiteral("2026.11.01")));
+    QCOMPARE(readAll(dataFolder() + QStringLiteral("/deno")), ReleaseScripts::answering(currentDeno));
+    QVERIFY(logText().contains(QStringLiteral("background install: installed yt-dlp_linux 2026.11.01")));
+}
+
+// It is started at every start of the application: with a managed tool in
+// place it asks no feed, whatever the feed offers.
+void TestToolTrust::backgroundInstallLeavesAnInstalledToolAlone()
+{
+    installRelease(QStringLiteral("2026.11.01"));
+    QVERIFY(feed().publishTool(ReleaseScripts::tool(QStringLiteral("2026.11.20"))));
+    feed().forgetRequests();
+    const RunResult result = runLauncher({QStringLiteral("--update"), QStringLiteral("--background")});
+    QVERIFY2(result.succeeded(), result.err.constData());
+    QCOMPARE(feed().requests(), QStringList());
+    QCOMPARE(installedTool(), ReleaseScripts::tool(QStringLiteral("2026.11.01")));
 }
 
 KESTREL_TEST_MAIN(TestToolTrust)

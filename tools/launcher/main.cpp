@@ -220,6 +220,28 @@ void startRefresh(Launcher::ManagedTools &managed, bool withRuntime)
     std::exit(0);
 }
 
+// kestreldl2 --update --background: what the application starts as soon as
+// its window is up, so that the managed copies are there before the first
+// video rather than installed behind its busy page. It does anything only
+// when there is no managed tool yet, gives way to a run that is installing,
+// keeps to the machine's idle time, and writes only to the log.
+[[noreturn]] void prepareManagedCopies(const std::string &folder)
+{
+    Launcher::lowerOwnPriority();
+    Launcher::ManagedTools managed(folder);
+    if (Launcher::environmentValue(Launcher::toolVariable()) || managed.hasTool()
+        || !managed.mayTryInstall(std::time(nullptr)))
+        std::exit(0);
+    Launcher::KnowledgeCache knowledge(folder);
+    const bool withRuntime = !systemRuntime(knowledge);
+    knowledge.saveIfLearnt();
+    const Launcher::ManagedTools::Outcome outcome = managed.update(withRuntime, Launcher::FolderLock::Wait::NotAtAll);
+    logWarnings(outcome);
+    if (launcherLog)
+        launcherLog->note(std::string("background install: ") + (outcome.ok ? "" : "refused: ") + outcome.message);
+    std::exit(outcome.ok ? 0 : 1);
+}
+
 // Set for the launcher that a launcher which has just replaced itself
 // starts in its place, so that it does not look again.
 const char freshVariable[] = "KESTREL_LAUNCHER_FRESH";
@@ -431,6 +453,8 @@ int main(int argc, char *argv[])
     reportRedirections(updateRun);
     if (updateRun)
         updateManagedCopies(folder);
+    if (given == std::vector<std::string>{"--update", "--background"})
+        prepareManagedCopies(folder);
     std::string video;
     const Launcher::InfoCache::Run kind = Launcher::InfoCache::recognise(given, &video);
     if (kind != Launcher::InfoCache::Run::Other && !acceptVideo(given, video))

@@ -109,6 +109,10 @@ std::vector<std::string> environmentEntries();
 void setEnvironment(const char *name, const char *value);
 void unsetEnvironment(const char *name);
 
+// Lowers the launcher's scheduling priority, and its children's, for work
+// that nobody waits for.
+void lowerOwnPriority();
+
 // The launcher's process id.
 long processId();
 

@@ -11,6 +11,7 @@
 #include <fcntl.h>
 #include <limits.h>
 #include <sys/file.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -184,6 +185,12 @@ void closeFile(int fd)
 bool makeExecutable(const std::string &path)
 {
     return ::chmod(path.c_str(), 0755) == 0;
+}
+
+void lowerOwnPriority()
+{
+    // Nice 10: what a desktop's background jobs run at.
+    ::setpriority(PRIO_PROCESS, 0, 10);
 }
 
 bool makePrivate(const std::string &path)

@@ -257,6 +257,11 @@ bool makeExecutable(const std::string &)
     return true;
 }
 
+void lowerOwnPriority()
+{
+    SetPriorityClass(GetCurrentProcess(), BELOW_NORMAL_PRIORITY_CLASS);
+}
+
 bool makePrivate(const std::string &)
 {
     return true;

@@ -2,10 +2,14 @@
 
 #include "logcapture.h"
 #include "modalcatcher.h"
+#include "scenario.h"
 #include "testsandbox.h"
 #include "updaterfixture.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QStandardPaths>
 #include <QElapsedTimer>
 #include <QMessageBox>
 #include <QTest>
@@ -20,7 +24,50 @@ private slots:
     void startUpCheckWaitsForTheFirstFrame();
     void finishCancelsAWaitingStartUpCheck();
     void manualRequestReplacesAWaitingStartUpCheck();
+    void startUpCheckReadiesTheTool();
+    void manualRequestLeavesTheToolAlone();
+
+private:
+    // A launcher in the data folder that notes how it was started.
+    QString placeRecordingLauncher();
 };
+
+QString TestUpdaterStartUpCheck::placeRecordingLauncher()
+{
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    const QString launcher = data + QStringLiteral("/kestreldl2" KESTREL_EXECUTABLE_SUFFIX);
+    const QString record = data + QStringLiteral("/launcher-record.jsonl");
+    const QString scenario = data + QStringLiteral("/launcher-scenario.json");
+    QFile::remove(launcher);
+    QFile::remove(record);
+    if (!QDir().mkpath(data) || !QFile::copy(FakeTool::builtToolPath(), launcher)
+        || !FakeTool::Scenario().record(record).writeTo(scenario))
+        qFatal("cannot place the recording launcher");
+    qputenv(FakeTool::scenarioVariable(), QFile::encodeName(scenario));
+    return record;
+}
+
+void TestUpdaterStartUpCheck::startUpCheckReadiesTheTool()
+{
+    serveFeed(2023, QStringLiteral("2.0.023"), QStringLiteral("25.0826"));
+    const QString record = placeRecordingLauncher();
+    LogCapture log;
+    m_updater->checkForUpdate(2023, QStringLiteral("25.0826"));
+    QTRY_COMPARE(FakeTool::readRecord(record).size(), 1);
+    QCOMPARE(FakeTool::readRecord(record).first().arguments, (QStringList{QStringLiteral("--update"), QStringLiteral("--background")}));
+    QTRY_VERIFY(!log.texts().filter(QStringLiteral("[UPD] the downloader tool is ready")).isEmpty());
+}
+
+void TestUpdaterStartUpCheck::manualRequestLeavesTheToolAlone()
+{
+    serveFeed(2023, QStringLiteral("2.0.023"), QStringLiteral("25.0826"));
+    const QString record = placeRecordingLauncher();
+    ModalCatcher answerer({QMessageBox::Ok}, ModalCatcher::Reach::MessageBoxesOnly);
+    m_updater->updateNow(2023, QStringLiteral("25.0826"));
+    QTRY_COMPARE(answerer.boxes().size(), 1);
+    QVERIFY(staysQuietFor(600));
+    QCOMPARE(FakeTool::readRecord(record).size(), 0);
+}
 
 void TestUpdaterStartUpCheck::startUpCheckWaitsForTheFirstFrame()
 {
