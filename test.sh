@@ -48,6 +48,9 @@ fi
 # failed fetch fails the run. The sanitized build uses the same files.
 KESTREL_CURRENT_YTDLP=
 KESTREL_REAL_DENO=
+if [ "${KESTREL_SKIP_CURRENT_TOOLS:-0}" = 1 ] && [ "${CI:-}" = "true" ]; then
+    echo "test.sh: KESTREL_SKIP_CURRENT_TOOLS=1 is ignored in CI" >&2
+fi
 if [ "${KESTREL_SKIP_CURRENT_TOOLS:-0}" = 1 ] && [ "${CI:-}" != "true" ]; then
     echo "test.sh: KESTREL_SKIP_CURRENT_TOOLS=1: the integration suites run against /usr/bin/yt-dlp only," \
         "and the real Deno's cases are skipped" >&2
