@@ -8,8 +8,8 @@
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QLineEdit>
-#include <QRegularExpression>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QStackedWidget>
 #include <QTableView>
