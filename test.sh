@@ -40,7 +40,27 @@ if [ "${CI:-}" = "true" ]; then
     werror=ON
     fuzz_seconds=${KESTREL_FUZZ_SECONDS:-60}
 fi
-scripts/build.sh -DKESTREL_BUILD_TESTS=ON -DKESTREL_WARNINGS_AS_ERRORS="$werror"
+
+# The tools users run, fetched into the build tree: the integration suites run
+# against the current yt-dlp as well as the distribution's, and the launcher's
+# runtime detection is checked with the official Deno. A developer without
+# network may set KESTREL_SKIP_CURRENT_TOOLS=1 to run without them; in CI a
+# failed fetch fails the run. The sanitized build uses the same files.
+KESTREL_CURRENT_YTDLP=
+KESTREL_REAL_DENO=
+if [ "${KESTREL_SKIP_CURRENT_TOOLS:-0}" = 1 ] && [ "${CI:-}" = "true" ]; then
+    echo "test.sh: KESTREL_SKIP_CURRENT_TOOLS=1 is ignored in CI" >&2
+fi
+if [ "${KESTREL_SKIP_CURRENT_TOOLS:-0}" = 1 ] && [ "${CI:-}" != "true" ]; then
+    echo "test.sh: KESTREL_SKIP_CURRENT_TOOLS=1: the integration suites run against /usr/bin/yt-dlp only," \
+        "and the real Deno's cases are skipped" >&2
+else
+    KESTREL_CURRENT_YTDLP=$(scripts/current-tool.sh build)
+    KESTREL_REAL_DENO=$(scripts/real-deno.sh build)
+fi
+export KESTREL_CURRENT_YTDLP KESTREL_REAL_DENO
+scripts/build.sh -DKESTREL_BUILD_TESTS=ON -DKESTREL_WARNINGS_AS_ERRORS="$werror" \
+    -DKESTREL_CURRENT_YTDLP="$KESTREL_CURRENT_YTDLP" -DKESTREL_REAL_DENO="$KESTREL_REAL_DENO"
 
 (
     cd build

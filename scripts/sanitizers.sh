@@ -6,6 +6,9 @@
 #
 # Exits non-zero when a test fails or when any process of the run, a test
 # executable or a program it started, reported an error.
+#
+# The fetched tools of the normal build are used here too when
+# KESTREL_CURRENT_YTDLP and KESTREL_REAL_DENO name them (./test.sh sets both).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 root=$(pwd)
@@ -21,6 +24,8 @@ cmake -S . -B "$build" -G Ninja \
     -DCMAKE_CXX_COMPILER=g++ \
     -DKESTREL_BUILD_TESTS=ON \
     -DKESTREL_WARNINGS_AS_ERRORS=OFF \
+    -DKESTREL_CURRENT_YTDLP="${KESTREL_CURRENT_YTDLP:-}" \
+    -DKESTREL_REAL_DENO="${KESTREL_REAL_DENO:-}" \
     -DCMAKE_CXX_FLAGS="$sanitize -fno-omit-frame-pointer" \
     -DCMAKE_EXE_LINKER_FLAGS="$sanitize" \
     -DCMAKE_SHARED_LINKER_FLAGS="$sanitize" \

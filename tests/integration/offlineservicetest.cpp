@@ -9,6 +9,7 @@
 #include <QJsonDocument>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QStackedWidget>
 #include <QTableView>
@@ -60,6 +61,12 @@ Finished runHelper(const QString &program, const QStringList &arguments, int tim
 
 } // namespace
 
+QString OfflineServiceTest::realTool()
+{
+    const QString named = qEnvironmentVariable("KESTREL_TEST_YTDLP");
+    return named.isEmpty() ? QStringLiteral("/usr/bin/yt-dlp") : named;
+}
+
 QString OfflineServiceTest::toolSizeText(double bytes)
 {
     static const char *const units[] = {"B", "KiB", "MiB", "GiB"};
@@ -78,7 +85,7 @@ void OfflineServiceTest::initTestCase()
     for (const QString &needed : {realTool(), ffmpeg, ffprobe, python}) {
         QVERIFY2(QFileInfo(needed).isExecutable(),
                  qPrintable(QStringLiteral("%1 is missing or not executable: install the Debian packages yt-dlp, ffmpeg and python3 "
-                                           "(scripts/install-dependencies.sh)")
+                                           "(scripts/install-dependencies.sh); the current yt-dlp comes from scripts/current-tool.sh")
                                 .arg(needed)));
     }
     const Finished version = runHelper(realTool(), {QStringLiteral("--ignore-config"), QStringLiteral("--version")});
@@ -244,6 +251,21 @@ int OfflineServiceTest::rowOfFormat(quint32 id) const
 QStringList OfflineServiceTest::outputFiles() const
 {
     return QDir(outputFolder()).entryList(QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+}
+
+QString OfflineServiceTest::sizeTheToolLists(const QString &id, const QString &formatId) const
+{
+    const QString info = QStringLiteral("%1/%2.info.json").arg(m_infoFolder, id);
+    const Finished listing = runHelper(realTool(), {QStringLiteral("--ignore-config"), QStringLiteral("--no-warnings"),
+                                                    QStringLiteral("--load-info-json"), info, QStringLiteral("--list-formats")});
+    if (!listing.ran || listing.exitCode != 0)
+        return QStringLiteral("the tool's listing failed: ") + listing.errors;
+    const QRegularExpression size(QStringLiteral("\\b(\\d+\\.\\d\\d[KMGT]?i?B)\\b"));
+    for (const QString &line : listing.output.split(QLatin1Char('\n'))) {
+        if (line.section(QLatin1Char(' '), 0, 0) == formatId)
+            return size.match(line).captured(1);
+    }
+    return QStringLiteral("no row %1 in the tool's listing").arg(formatId);
 }
 
 QStringList OfflineServiceTest::streamsOf(const QString &file) const

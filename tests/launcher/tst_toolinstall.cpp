@@ -37,9 +37,24 @@ private slots:
     void everyRunNamesRuntimeAndIgnoresConfig();
     void normalRunInstallsFirst();
     void staleCopyIsRefreshedBesideTheRun();
+    void userConfigCannotChangeOutput_data() { addRealTools(); }
     void userConfigCannotChangeOutput();
+    void outputIsUtf8WhateverTheLocale_data() { addRealTools(); }
     void outputIsUtf8WhateverTheLocale();
+
+private:
+    // The real tools these cases run: the distribution's, and the current
+    // release when KESTREL_TEST_YTDLP names it (scripts/current-tool.sh).
+    static void addRealTools();
 };
+
+void TestToolInstall::addRealTools()
+{
+    QTest::addColumn<QString>("tool");
+    QTest::newRow("distribution's yt-dlp") << QStringLiteral("/usr/bin/yt-dlp");
+    if (const QString current = qEnvironmentVariable("KESTREL_TEST_YTDLP"); !current.isEmpty())
+        QTest::newRow("current yt-dlp") << current;
+}
 
 void TestToolInstall::firstInstallBringsToolAndRuntime()
 {
@@ -361,7 +376,8 @@ void TestToolInstall::userConfigCannotChangeOutput()
     QProcessEnvironment changed = environment();
     changed.insert(QStringLiteral("HOME"), home);
     changed.insert(QStringLiteral("XDG_CONFIG_HOME"), home + QStringLiteral("/.config"));
-    changed.insert(QStringLiteral("KESTREL_YTDLP"), QStringLiteral("/usr/bin/yt-dlp"));
+    QFETCH(QString, tool);
+    changed.insert(QStringLiteral("KESTREL_YTDLP"), tool);
     const QString info = path(QStringLiteral("clip.info.json"));
     writeFile(info, QByteArray(R"({"id": "kestrel0001", "title": "Kestrel Test Clip", "duration": 185,
         "extractor": "youtube", "extractor_key": "Youtube",
@@ -378,7 +394,8 @@ void TestToolInstall::userConfigCannotChangeOutput()
 void TestToolInstall::outputIsUtf8WhateverTheLocale()
 {
     QProcessEnvironment changed = environment();
-    changed.insert(QStringLiteral("KESTREL_YTDLP"), QStringLiteral("/usr/bin/yt-dlp"));
+    QFETCH(QString, tool);
+    changed.insert(QStringLiteral("KESTREL_YTDLP"), tool);
     changed.insert(QStringLiteral("LC_ALL"), QStringLiteral("C"));
     changed.insert(QStringLiteral("LANG"), QStringLiteral("C"));
     changed.remove(QStringLiteral("PYTHONIOENCODING"));
