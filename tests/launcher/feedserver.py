@@ -8,6 +8,7 @@ LOG_FILE. How a file is served is read, at each request, from
 
   truncate   announces the whole length, sends half of it, and closes
   slow       sends the body in 64 KiB pieces, a tenth of a second apart
+  throttled  sends the body at 2 MB/s, 200 kB a tenth of a second (an ordinary line)
 
 Stops by itself after an hour, and when killed.
 
@@ -63,9 +64,10 @@ def make_handler(folder, log_path):
             try:
                 if how == "truncate":
                     self.wfile.write(body[: len(body) // 2])
-                elif how == "slow":
-                    for start in range(0, len(body), 65536):
-                        self.wfile.write(body[start : start + 65536])
+                elif how in ("slow", "throttled"):
+                    piece = 65536 if how == "slow" else 200000
+                    for start in range(0, len(body), piece):
+                        self.wfile.write(body[start : start + piece])
                         self.wfile.flush()
                         time.sleep(0.1)
                 else:
