@@ -128,6 +128,28 @@
     </message>
 </context>
 <context>
+    <name>InstallerFolder</name>
+    <message>
+        <source>there is no folder for the installer on this system</source>
+        <translation>bu sistemde yükleyici için bir klasör yok</translation>
+    </message>
+    <message>
+        <source>the folder &quot;%1&quot; could not be made ready for the installer</source>
+        <extracomment>%1 is the folder&apos;s path.</extracomment>
+        <translation>&quot;%1&quot; klasörü yükleyici için hazırlanamadı</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; does not lie in the installer&apos;s own folder</source>
+        <extracomment>%1 is the installer&apos;s path. Shown inside &quot;The installer was not started: %1.&quot;</extracomment>
+        <translation>&quot;%1&quot; yükleyicinin kendi klasöründe değil</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a program (.exe)</source>
+        <extracomment>%1 is the installer&apos;s path. Shown inside &quot;The installer was not started: %1.&quot;</extracomment>
+        <translation>&quot;%1&quot; bir program (.exe) değil</translation>
+    </message>
+</context>
+<context>
     <name>Navigation</name>
     <message>
         <source>Kestrel Downloader</source>

@@ -128,6 +128,28 @@
     </message>
 </context>
 <context>
+    <name>InstallerFolder</name>
+    <message>
+        <source>there is no folder for the installer on this system</source>
+        <translation>本系统上没有用于存放安装程序的文件夹</translation>
+    </message>
+    <message>
+        <source>the folder &quot;%1&quot; could not be made ready for the installer</source>
+        <extracomment>%1 is the folder&apos;s path.</extracomment>
+        <translation>无法为安装程序准备文件夹“%1”</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; does not lie in the installer&apos;s own folder</source>
+        <extracomment>%1 is the installer&apos;s path. Shown inside &quot;The installer was not started: %1.&quot;</extracomment>
+        <translation>“%1”不在安装程序专用的文件夹中</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a program (.exe)</source>
+        <extracomment>%1 is the installer&apos;s path. Shown inside &quot;The installer was not started: %1.&quot;</extracomment>
+        <translation>“%1”不是程序（.exe）</translation>
+    </message>
+</context>
+<context>
     <name>Navigation</name>
     <message>
         <source>Kestrel Downloader</source>
