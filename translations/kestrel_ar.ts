@@ -13,6 +13,37 @@
     </message>
 </context>
 <context>
+    <name>FeedSignature</name>
+    <message>
+        <source>Could not create a temporary folder for the signature check: %1</source>
+        <translation>تعذّر إنشاء مجلد مؤقت للتحقق من التوقيع: %1</translation>
+    </message>
+    <message>
+        <source>it is signed by another key than the application&apos;s release key</source>
+        <translation>إنها موقّعة بمفتاح غير مفتاح إصدارات التطبيق</translation>
+    </message>
+    <message>
+        <source>its signature does not match its content</source>
+        <translation>توقيعها لا يطابق محتواها</translation>
+    </message>
+    <message>
+        <source>its signature is not a valid signature</source>
+        <translation>توقيعها ليس توقيعًا صالحًا</translation>
+    </message>
+    <message>
+        <source>Could not write &quot;%1&quot; for the signature check: %2</source>
+        <translation>تعذّرت كتابة &quot;%1&quot; للتحقق من التوقيع: %2</translation>
+    </message>
+    <message>
+        <source>gpgv (%1) could not be started</source>
+        <translation>تعذّر تشغيل gpgv (%1)</translation>
+    </message>
+    <message>
+        <source>gpgv did not answer within %1 seconds</source>
+        <translation>لم يستجب gpgv خلال %1 ثانية</translation>
+    </message>
+</context>
+<context>
     <name>FormatTableModel</name>
     <message>
         <source>Type</source>
@@ -90,6 +121,32 @@
     <message>
         <source>Could not rename the installer to &quot;%1&quot;: %2</source>
         <translation>تعذّرت إعادة تسمية المثبّت إلى &quot;%1&quot;: %2</translation>
+    </message>
+    <message>
+        <source>The installer was refused: it is larger than %1, more than an installer may be.</source>
+        <translation>رُفض المثبّت: حجمه أكبر من %1، وهو الحد الأقصى لحجم المثبّت.</translation>
+    </message>
+</context>
+<context>
+    <name>InstallerFolder</name>
+    <message>
+        <source>there is no folder for the installer on this system</source>
+        <translation>لا يوجد مجلد للمثبّت على هذا النظام</translation>
+    </message>
+    <message>
+        <source>the folder &quot;%1&quot; could not be made ready for the installer</source>
+        <extracomment>%1 is the folder&apos;s path.</extracomment>
+        <translation>تعذّر تجهيز المجلد &quot;%1&quot; للمثبّت</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; does not lie in the installer&apos;s own folder</source>
+        <extracomment>%1 is the installer&apos;s path. Shown inside &quot;The installer was not started: %1.&quot;</extracomment>
+        <translation>&quot;%1&quot; ليس في المجلد الخاص بالمثبّت</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a program (.exe)</source>
+        <extracomment>%1 is the installer&apos;s path. Shown inside &quot;The installer was not started: %1.&quot;</extracomment>
+        <translation>&quot;%1&quot; ليس برنامجًا (.exe)</translation>
     </message>
 </context>
 <context>
@@ -333,6 +390,73 @@
     </message>
 </context>
 <context>
+    <name>ReleaseFeed</name>
+    <message>
+        <source>&quot;releaseNumber&quot; is missing or not a number</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>الحقل &quot;releaseNumber&quot; مفقود أو ليس رقمًا</translation>
+    </message>
+    <message>
+        <source>&quot;releaseNumber&quot; is not a positive whole number</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>الحقل &quot;releaseNumber&quot; ليس عددًا صحيحًا موجبًا</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is missing or not a text</source>
+        <extracomment>%1 is a key of the release feed file, as &quot;version&quot;; it stays as it is.</extracomment>
+        <translation>الحقل &quot;%1&quot; مفقود أو ليس نصًا</translation>
+    </message>
+    <message>
+        <source>installer for &quot;%1&quot;: %2</source>
+        <extracomment>%1 is the system&apos;s key in the release feed file (&quot;linux&quot;, &quot;windows&quot;), %2 what is wrong with its entry.</extracomment>
+        <translation>مثبّت &quot;%1&quot;: %2</translation>
+    </message>
+    <message>
+        <source>installer for &quot;%1&quot;: &quot;sha256&quot; is not 64 hexadecimal digits</source>
+        <extracomment>%1 is the system&apos;s key in the release feed file (&quot;linux&quot;, &quot;windows&quot;); &quot;sha256&quot; is a key of that file and stays as it is.</extracomment>
+        <translation>مثبّت &quot;%1&quot;: الحقل &quot;sha256&quot; ليس 64 رقمًا ست عشريًا</translation>
+    </message>
+    <message>
+        <source>not valid JSON (%1 at offset %2)</source>
+        <extracomment>%1 is the JSON reader&apos;s own message, %2 the position in the file where it stopped.</extracomment>
+        <translation>ليس JSON صالحًا (%1 عند الموضع %2)</translation>
+    </message>
+    <message>
+        <source>the document is not a JSON object</source>
+        <translation>المستند ليس كائن JSON</translation>
+    </message>
+    <message>
+        <source>&quot;version&quot; is too long</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>الحقل &quot;version&quot; طويل جدًا</translation>
+    </message>
+    <message>
+        <source>&quot;buildDate&quot; is not of the form NN.NNNN</source>
+        <extracomment>&quot;buildDate&quot; is a key of the release feed file and stays as it is; NN.NNNN shows the form of its value (two digits, a dot, four digits).</extracomment>
+        <translation>الحقل &quot;buildDate&quot; ليس بالصيغة NN.NNNN</translation>
+    </message>
+    <message>
+        <source>&quot;installers&quot; is missing or not an object</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>الحقل &quot;installers&quot; مفقود أو ليس كائنًا</translation>
+    </message>
+    <message>
+        <source>installer for &quot;%1&quot; is not an object</source>
+        <extracomment>%1 is the system&apos;s key in the release feed file (&quot;linux&quot;, &quot;windows&quot;).</extracomment>
+        <translation>مدخل مثبّت &quot;%1&quot; ليس كائنًا</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a usable address</source>
+        <extracomment>%1 is a web address. Shown inside &quot;The update address %1.&quot; and similar messages.</extracomment>
+        <translation>&quot;%1&quot; ليس عنوانًا صالحًا للاستخدام</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was refused: only secure https addresses are accepted</source>
+        <extracomment>%1 is a web address. Shown inside &quot;The update address %1.&quot; and similar messages.</extracomment>
+        <translation>&quot;%1&quot; مرفوض: لا تُقبل إلا عناوين https الآمنة</translation>
+    </message>
+</context>
+<context>
     <name>SysInfoPlugin</name>
     <message>
         <source> (build %1)</source>
@@ -406,10 +530,6 @@ Do you want to download and install it now?</source>
 هل تريد تنزيله وتثبيته الآن؟</translation>
     </message>
     <message>
-        <source>Could not find or create the download folder &quot;%1&quot;.</source>
-        <translation>تعذّر العثور على مجلد التنزيلات &quot;%1&quot; أو إنشاؤه.</translation>
-    </message>
-    <message>
         <source>Downloading %1 %2…
 %3 of %4</source>
         <translation>جارٍ تنزيل %1 %2…
@@ -430,10 +550,6 @@ Please restart %2 once its installer has finished.</source>
 يُرجى إعادة تشغيل %2 بعد انتهاء المثبّت.</translation>
     </message>
     <message>
-        <source>The installer was saved as &quot;%1&quot; but could not be started. Please open it yourself.</source>
-        <translation>حُفظ المثبّت باسم &quot;%1&quot; لكن تعذّر تشغيله. يُرجى فتحه بنفسك.</translation>
-    </message>
-    <message>
         <source>Software Update</source>
         <translation>تحديث البرنامج</translation>
     </message>
@@ -444,6 +560,38 @@ Please restart %2 once its installer has finished.</source>
     <message>
         <source>Cancel</source>
         <translation>إلغاء</translation>
+    </message>
+    <message>
+        <source>The signature of the release information is too large to be a signature.</source>
+        <translation>توقيع معلومات الإصدارات أكبر من أن يكون توقيعًا.</translation>
+    </message>
+    <message>
+        <source>The release information from the update server was refused: it is not signed (its signature %1 could not be fetched: HTTP %2 %3).</source>
+        <translation>رُفضت معلومات الإصدارات الواردة من خادم التحديثات: إنها غير موقّعة (تعذّر جلب توقيعها %1: HTTP %2 %3).</translation>
+    </message>
+    <message>
+        <source>The release information from the update server was refused: %1.</source>
+        <translation>رُفضت معلومات الإصدارات الواردة من خادم التحديثات: %1.</translation>
+    </message>
+    <message>
+        <source>The installer cannot be downloaded: %1.</source>
+        <translation>لا يمكن تنزيل المثبّت: %1.</translation>
+    </message>
+    <message>
+        <source>The downloaded installer could not be read again before its start and was deleted.</source>
+        <translation>تعذّرت قراءة المثبّت الذي نُزّل مرة أخرى قبل تشغيله، وقد حُذف.</translation>
+    </message>
+    <message>
+        <source>The downloaded installer was changed after its check and was deleted; it was not started.</source>
+        <translation>تغيّر المثبّت الذي نُزّل بعد التحقق منه فحُذف، ولم يُشغَّل.</translation>
+    </message>
+    <message>
+        <source>The installer was not started: %1.</source>
+        <translation>لم يُشغَّل المثبّت: %1.</translation>
+    </message>
+    <message>
+        <source>The installer &quot;%1&quot; could not be started and was deleted.</source>
+        <translation>تعذّر تشغيل المثبّت &quot;%1&quot; وقد حُذف.</translation>
     </message>
 </context>
 </TS>

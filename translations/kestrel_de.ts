@@ -13,6 +13,37 @@
     </message>
 </context>
 <context>
+    <name>FeedSignature</name>
+    <message>
+        <source>Could not create a temporary folder for the signature check: %1</source>
+        <translation>Für die Signaturprüfung konnte kein temporärer Ordner angelegt werden: %1</translation>
+    </message>
+    <message>
+        <source>it is signed by another key than the application&apos;s release key</source>
+        <translation>Sie sind mit einem anderen Schlüssel signiert als dem Release-Schlüssel der Anwendung</translation>
+    </message>
+    <message>
+        <source>its signature does not match its content</source>
+        <translation>Ihre Signatur passt nicht zu ihrem Inhalt</translation>
+    </message>
+    <message>
+        <source>its signature is not a valid signature</source>
+        <translation>Ihre Signatur ist keine gültige Signatur</translation>
+    </message>
+    <message>
+        <source>Could not write &quot;%1&quot; for the signature check: %2</source>
+        <translation>„%1“ konnte für die Signaturprüfung nicht geschrieben werden: %2</translation>
+    </message>
+    <message>
+        <source>gpgv (%1) could not be started</source>
+        <translation>gpgv (%1) konnte nicht gestartet werden</translation>
+    </message>
+    <message>
+        <source>gpgv did not answer within %1 seconds</source>
+        <translation>gpgv hat nicht innerhalb von %1 Sekunden geantwortet</translation>
+    </message>
+</context>
+<context>
     <name>FormatTableModel</name>
     <message>
         <source>Type</source>
@@ -90,6 +121,32 @@
     <message>
         <source>Could not rename the installer to &quot;%1&quot;: %2</source>
         <translation>Das Installationsprogramm konnte nicht in „%1“ umbenannt werden: %2</translation>
+    </message>
+    <message>
+        <source>The installer was refused: it is larger than %1, more than an installer may be.</source>
+        <translation>Das Installationsprogramm wurde abgelehnt: Mit über %1 ist es größer, als ein Installationsprogramm sein darf.</translation>
+    </message>
+</context>
+<context>
+    <name>InstallerFolder</name>
+    <message>
+        <source>there is no folder for the installer on this system</source>
+        <translation>Auf diesem System gibt es keinen Ordner für das Installationsprogramm</translation>
+    </message>
+    <message>
+        <source>the folder &quot;%1&quot; could not be made ready for the installer</source>
+        <extracomment>%1 is the folder&apos;s path.</extracomment>
+        <translation>Der Ordner „%1“ konnte nicht für das Installationsprogramm vorbereitet werden</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; does not lie in the installer&apos;s own folder</source>
+        <extracomment>%1 is the installer&apos;s path. Shown inside &quot;The installer was not started: %1.&quot;</extracomment>
+        <translation>„%1“ liegt nicht im eigenen Ordner des Installationsprogramms</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a program (.exe)</source>
+        <extracomment>%1 is the installer&apos;s path. Shown inside &quot;The installer was not started: %1.&quot;</extracomment>
+        <translation>„%1“ ist kein Programm (.exe)</translation>
     </message>
 </context>
 <context>
@@ -333,6 +390,73 @@
     </message>
 </context>
 <context>
+    <name>ReleaseFeed</name>
+    <message>
+        <source>&quot;releaseNumber&quot; is missing or not a number</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>„releaseNumber“ fehlt oder ist keine Zahl</translation>
+    </message>
+    <message>
+        <source>&quot;releaseNumber&quot; is not a positive whole number</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>„releaseNumber“ ist keine positive ganze Zahl</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is missing or not a text</source>
+        <extracomment>%1 is a key of the release feed file, as &quot;version&quot;; it stays as it is.</extracomment>
+        <translation>„%1“ fehlt oder ist kein Text</translation>
+    </message>
+    <message>
+        <source>installer for &quot;%1&quot;: %2</source>
+        <extracomment>%1 is the system&apos;s key in the release feed file (&quot;linux&quot;, &quot;windows&quot;), %2 what is wrong with its entry.</extracomment>
+        <translation>Installationsprogramm für „%1“: %2</translation>
+    </message>
+    <message>
+        <source>installer for &quot;%1&quot;: &quot;sha256&quot; is not 64 hexadecimal digits</source>
+        <extracomment>%1 is the system&apos;s key in the release feed file (&quot;linux&quot;, &quot;windows&quot;); &quot;sha256&quot; is a key of that file and stays as it is.</extracomment>
+        <translation>Installationsprogramm für „%1“: „sha256“ besteht nicht aus 64 Hexadezimalziffern</translation>
+    </message>
+    <message>
+        <source>not valid JSON (%1 at offset %2)</source>
+        <extracomment>%1 is the JSON reader&apos;s own message, %2 the position in the file where it stopped.</extracomment>
+        <translation>kein gültiges JSON (%1 an Position %2)</translation>
+    </message>
+    <message>
+        <source>the document is not a JSON object</source>
+        <translation>Das Dokument ist kein JSON-Objekt</translation>
+    </message>
+    <message>
+        <source>&quot;version&quot; is too long</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>„version“ ist zu lang</translation>
+    </message>
+    <message>
+        <source>&quot;buildDate&quot; is not of the form NN.NNNN</source>
+        <extracomment>&quot;buildDate&quot; is a key of the release feed file and stays as it is; NN.NNNN shows the form of its value (two digits, a dot, four digits).</extracomment>
+        <translation>„buildDate“ hat nicht die Form NN.NNNN</translation>
+    </message>
+    <message>
+        <source>&quot;installers&quot; is missing or not an object</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>„installers“ fehlt oder ist kein Objekt</translation>
+    </message>
+    <message>
+        <source>installer for &quot;%1&quot; is not an object</source>
+        <extracomment>%1 is the system&apos;s key in the release feed file (&quot;linux&quot;, &quot;windows&quot;).</extracomment>
+        <translation>Der Eintrag des Installationsprogramms für „%1“ ist kein Objekt</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a usable address</source>
+        <extracomment>%1 is a web address. Shown inside &quot;The update address %1.&quot; and similar messages.</extracomment>
+        <translation>„%1“ ist keine verwendbare Adresse</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was refused: only secure https addresses are accepted</source>
+        <extracomment>%1 is a web address. Shown inside &quot;The update address %1.&quot; and similar messages.</extracomment>
+        <translation>„%1“ wurde abgelehnt: Es werden nur sichere https-Adressen akzeptiert</translation>
+    </message>
+</context>
+<context>
     <name>SysInfoPlugin</name>
     <message>
         <source> (build %1)</source>
@@ -406,10 +530,6 @@ Do you want to download and install it now?</source>
 Möchten Sie sie jetzt herunterladen und installieren?</translation>
     </message>
     <message>
-        <source>Could not find or create the download folder &quot;%1&quot;.</source>
-        <translation>Der Download-Ordner „%1“ konnte nicht gefunden oder angelegt werden.</translation>
-    </message>
-    <message>
         <source>Downloading %1 %2…
 %3 of %4</source>
         <translation>%1 %2 wird heruntergeladen …
@@ -430,10 +550,6 @@ Please restart %2 once its installer has finished.</source>
 Bitte starten Sie %2 neu, sobald das Installationsprogramm fertig ist.</translation>
     </message>
     <message>
-        <source>The installer was saved as &quot;%1&quot; but could not be started. Please open it yourself.</source>
-        <translation>Das Installationsprogramm wurde als „%1“ gespeichert, konnte aber nicht gestartet werden. Bitte öffnen Sie es selbst.</translation>
-    </message>
-    <message>
         <source>Software Update</source>
         <translation>Softwareaktualisierung</translation>
     </message>
@@ -444,6 +560,38 @@ Bitte starten Sie %2 neu, sobald das Installationsprogramm fertig ist.</translat
     <message>
         <source>Cancel</source>
         <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>The signature of the release information is too large to be a signature.</source>
+        <translation>Die Signatur der Release-Informationen ist zu groß für eine Signatur.</translation>
+    </message>
+    <message>
+        <source>The release information from the update server was refused: it is not signed (its signature %1 could not be fetched: HTTP %2 %3).</source>
+        <translation>Die Release-Informationen des Update-Servers wurden abgelehnt: Sie sind nicht signiert (ihre Signatur %1 konnte nicht abgerufen werden: HTTP %2 %3).</translation>
+    </message>
+    <message>
+        <source>The release information from the update server was refused: %1.</source>
+        <translation>Die Release-Informationen des Update-Servers wurden abgelehnt: %1.</translation>
+    </message>
+    <message>
+        <source>The installer cannot be downloaded: %1.</source>
+        <translation>Das Installationsprogramm kann nicht heruntergeladen werden: %1.</translation>
+    </message>
+    <message>
+        <source>The downloaded installer could not be read again before its start and was deleted.</source>
+        <translation>Das heruntergeladene Installationsprogramm konnte vor dem Start nicht erneut gelesen werden und wurde gelöscht.</translation>
+    </message>
+    <message>
+        <source>The downloaded installer was changed after its check and was deleted; it was not started.</source>
+        <translation>Das heruntergeladene Installationsprogramm wurde nach seiner Prüfung verändert und deshalb gelöscht; es wurde nicht gestartet.</translation>
+    </message>
+    <message>
+        <source>The installer was not started: %1.</source>
+        <translation>Das Installationsprogramm wurde nicht gestartet: %1.</translation>
+    </message>
+    <message>
+        <source>The installer &quot;%1&quot; could not be started and was deleted.</source>
+        <translation>Das Installationsprogramm „%1“ konnte nicht gestartet werden und wurde gelöscht.</translation>
     </message>
 </context>
 </TS>

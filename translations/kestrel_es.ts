@@ -13,6 +13,37 @@
     </message>
 </context>
 <context>
+    <name>FeedSignature</name>
+    <message>
+        <source>Could not create a temporary folder for the signature check: %1</source>
+        <translation>No se pudo crear una carpeta temporal para comprobar la firma: %1</translation>
+    </message>
+    <message>
+        <source>it is signed by another key than the application&apos;s release key</source>
+        <translation>está firmada con una clave distinta de la clave de publicación de la aplicación</translation>
+    </message>
+    <message>
+        <source>its signature does not match its content</source>
+        <translation>su firma no coincide con su contenido</translation>
+    </message>
+    <message>
+        <source>its signature is not a valid signature</source>
+        <translation>su firma no es una firma válida</translation>
+    </message>
+    <message>
+        <source>Could not write &quot;%1&quot; for the signature check: %2</source>
+        <translation>No se pudo escribir «%1» para comprobar la firma: %2</translation>
+    </message>
+    <message>
+        <source>gpgv (%1) could not be started</source>
+        <translation>no se pudo iniciar gpgv (%1)</translation>
+    </message>
+    <message>
+        <source>gpgv did not answer within %1 seconds</source>
+        <translation>gpgv no respondió en %1 segundos</translation>
+    </message>
+</context>
+<context>
     <name>FormatTableModel</name>
     <message>
         <source>Type</source>
@@ -90,6 +121,32 @@
     <message>
         <source>Could not rename the installer to &quot;%1&quot;: %2</source>
         <translation>No se pudo cambiar el nombre del instalador a «%1»: %2</translation>
+    </message>
+    <message>
+        <source>The installer was refused: it is larger than %1, more than an installer may be.</source>
+        <translation>Se rechazó el instalador: ocupa más de %1, el tamaño máximo de un instalador.</translation>
+    </message>
+</context>
+<context>
+    <name>InstallerFolder</name>
+    <message>
+        <source>there is no folder for the installer on this system</source>
+        <translation>este sistema no tiene una carpeta para el instalador</translation>
+    </message>
+    <message>
+        <source>the folder &quot;%1&quot; could not be made ready for the installer</source>
+        <extracomment>%1 is the folder&apos;s path.</extracomment>
+        <translation>no se pudo preparar la carpeta «%1» para el instalador</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; does not lie in the installer&apos;s own folder</source>
+        <extracomment>%1 is the installer&apos;s path. Shown inside &quot;The installer was not started: %1.&quot;</extracomment>
+        <translation>«%1» no está en la carpeta propia del instalador</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a program (.exe)</source>
+        <extracomment>%1 is the installer&apos;s path. Shown inside &quot;The installer was not started: %1.&quot;</extracomment>
+        <translation>«%1» no es un programa (.exe)</translation>
     </message>
 </context>
 <context>
@@ -333,6 +390,73 @@
     </message>
 </context>
 <context>
+    <name>ReleaseFeed</name>
+    <message>
+        <source>&quot;releaseNumber&quot; is missing or not a number</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>«releaseNumber» falta o no es un número</translation>
+    </message>
+    <message>
+        <source>&quot;releaseNumber&quot; is not a positive whole number</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>«releaseNumber» no es un número entero positivo</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is missing or not a text</source>
+        <extracomment>%1 is a key of the release feed file, as &quot;version&quot;; it stays as it is.</extracomment>
+        <translation>«%1» falta o no es un texto</translation>
+    </message>
+    <message>
+        <source>installer for &quot;%1&quot;: %2</source>
+        <extracomment>%1 is the system&apos;s key in the release feed file (&quot;linux&quot;, &quot;windows&quot;), %2 what is wrong with its entry.</extracomment>
+        <translation>instalador para «%1»: %2</translation>
+    </message>
+    <message>
+        <source>installer for &quot;%1&quot;: &quot;sha256&quot; is not 64 hexadecimal digits</source>
+        <extracomment>%1 is the system&apos;s key in the release feed file (&quot;linux&quot;, &quot;windows&quot;); &quot;sha256&quot; is a key of that file and stays as it is.</extracomment>
+        <translation>instalador para «%1»: «sha256» no tiene 64 dígitos hexadecimales</translation>
+    </message>
+    <message>
+        <source>not valid JSON (%1 at offset %2)</source>
+        <extracomment>%1 is the JSON reader&apos;s own message, %2 the position in the file where it stopped.</extracomment>
+        <translation>JSON no válido (%1 en la posición %2)</translation>
+    </message>
+    <message>
+        <source>the document is not a JSON object</source>
+        <translation>el documento no es un objeto JSON</translation>
+    </message>
+    <message>
+        <source>&quot;version&quot; is too long</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>«version» es demasiado largo</translation>
+    </message>
+    <message>
+        <source>&quot;buildDate&quot; is not of the form NN.NNNN</source>
+        <extracomment>&quot;buildDate&quot; is a key of the release feed file and stays as it is; NN.NNNN shows the form of its value (two digits, a dot, four digits).</extracomment>
+        <translation>«buildDate» no tiene el formato NN.NNNN</translation>
+    </message>
+    <message>
+        <source>&quot;installers&quot; is missing or not an object</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>«installers» falta o no es un objeto</translation>
+    </message>
+    <message>
+        <source>installer for &quot;%1&quot; is not an object</source>
+        <extracomment>%1 is the system&apos;s key in the release feed file (&quot;linux&quot;, &quot;windows&quot;).</extracomment>
+        <translation>la entrada del instalador para «%1» no es un objeto</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a usable address</source>
+        <extracomment>%1 is a web address. Shown inside &quot;The update address %1.&quot; and similar messages.</extracomment>
+        <translation>«%1» no es una dirección utilizable</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was refused: only secure https addresses are accepted</source>
+        <extracomment>%1 is a web address. Shown inside &quot;The update address %1.&quot; and similar messages.</extracomment>
+        <translation>«%1» se rechazó: solo se aceptan direcciones https seguras</translation>
+    </message>
+</context>
+<context>
     <name>SysInfoPlugin</name>
     <message>
         <source> (build %1)</source>
@@ -406,10 +530,6 @@ Do you want to download and install it now?</source>
 ¿Desea descargarla e instalarla ahora?</translation>
     </message>
     <message>
-        <source>Could not find or create the download folder &quot;%1&quot;.</source>
-        <translation>No se pudo encontrar ni crear la carpeta de descargas «%1».</translation>
-    </message>
-    <message>
         <source>Downloading %1 %2…
 %3 of %4</source>
         <translation>Descargando %1 %2…
@@ -430,10 +550,6 @@ Please restart %2 once its installer has finished.</source>
 Reinicie %2 cuando termine el instalador.</translation>
     </message>
     <message>
-        <source>The installer was saved as &quot;%1&quot; but could not be started. Please open it yourself.</source>
-        <translation>El instalador se guardó como «%1», pero no se pudo iniciar. Ábralo usted mismo.</translation>
-    </message>
-    <message>
         <source>Software Update</source>
         <translation>Actualización de software</translation>
     </message>
@@ -444,6 +560,38 @@ Reinicie %2 cuando termine el instalador.</translation>
     <message>
         <source>Cancel</source>
         <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>The signature of the release information is too large to be a signature.</source>
+        <translation>La firma de la información de versiones es demasiado grande para ser una firma.</translation>
+    </message>
+    <message>
+        <source>The release information from the update server was refused: it is not signed (its signature %1 could not be fetched: HTTP %2 %3).</source>
+        <translation>Se rechazó la información de versiones del servidor de actualizaciones: no está firmada (no se pudo obtener su firma %1: HTTP %2 %3).</translation>
+    </message>
+    <message>
+        <source>The release information from the update server was refused: %1.</source>
+        <translation>Se rechazó la información de versiones del servidor de actualizaciones: %1.</translation>
+    </message>
+    <message>
+        <source>The installer cannot be downloaded: %1.</source>
+        <translation>No se puede descargar el instalador: %1.</translation>
+    </message>
+    <message>
+        <source>The downloaded installer could not be read again before its start and was deleted.</source>
+        <translation>No se pudo volver a leer el instalador descargado antes de iniciarlo y se ha eliminado.</translation>
+    </message>
+    <message>
+        <source>The downloaded installer was changed after its check and was deleted; it was not started.</source>
+        <translation>El instalador descargado se modificó después de comprobarlo y se ha eliminado; no se ha iniciado.</translation>
+    </message>
+    <message>
+        <source>The installer was not started: %1.</source>
+        <translation>No se inició el instalador: %1.</translation>
+    </message>
+    <message>
+        <source>The installer &quot;%1&quot; could not be started and was deleted.</source>
+        <translation>No se pudo iniciar el instalador «%1» y se ha eliminado.</translation>
     </message>
 </context>
 </TS>

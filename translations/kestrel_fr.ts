@@ -13,6 +13,37 @@
     </message>
 </context>
 <context>
+    <name>FeedSignature</name>
+    <message>
+        <source>Could not create a temporary folder for the signature check: %1</source>
+        <translation>Impossible de créer un dossier temporaire pour la vérification de la signature : %1</translation>
+    </message>
+    <message>
+        <source>it is signed by another key than the application&apos;s release key</source>
+        <translation>elles sont signées par une autre clé que la clé de publication de l’application</translation>
+    </message>
+    <message>
+        <source>its signature does not match its content</source>
+        <translation>leur signature ne correspond pas à leur contenu</translation>
+    </message>
+    <message>
+        <source>its signature is not a valid signature</source>
+        <translation>leur signature n’est pas une signature valide</translation>
+    </message>
+    <message>
+        <source>Could not write &quot;%1&quot; for the signature check: %2</source>
+        <translation>Impossible d’écrire « %1 » pour la vérification de la signature : %2</translation>
+    </message>
+    <message>
+        <source>gpgv (%1) could not be started</source>
+        <translation>gpgv (%1) n’a pas pu être lancé</translation>
+    </message>
+    <message>
+        <source>gpgv did not answer within %1 seconds</source>
+        <translation>gpgv n’a pas répondu dans les %1 secondes</translation>
+    </message>
+</context>
+<context>
     <name>FormatTableModel</name>
     <message>
         <source>Type</source>
@@ -90,6 +121,32 @@
     <message>
         <source>Could not rename the installer to &quot;%1&quot;: %2</source>
         <translation>Impossible de renommer le programme d’installation en « %1 » : %2</translation>
+    </message>
+    <message>
+        <source>The installer was refused: it is larger than %1, more than an installer may be.</source>
+        <translation>Le programme d’installation a été refusé : il dépasse %1, la taille maximale d’un programme d’installation.</translation>
+    </message>
+</context>
+<context>
+    <name>InstallerFolder</name>
+    <message>
+        <source>there is no folder for the installer on this system</source>
+        <translation>ce système n’a pas de dossier pour le programme d’installation</translation>
+    </message>
+    <message>
+        <source>the folder &quot;%1&quot; could not be made ready for the installer</source>
+        <extracomment>%1 is the folder&apos;s path.</extracomment>
+        <translation>le dossier « %1 » n’a pas pu être préparé pour le programme d’installation</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; does not lie in the installer&apos;s own folder</source>
+        <extracomment>%1 is the installer&apos;s path. Shown inside &quot;The installer was not started: %1.&quot;</extracomment>
+        <translation>« %1 » ne se trouve pas dans le dossier réservé au programme d’installation</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a program (.exe)</source>
+        <extracomment>%1 is the installer&apos;s path. Shown inside &quot;The installer was not started: %1.&quot;</extracomment>
+        <translation>« %1 » n’est pas un programme (.exe)</translation>
     </message>
 </context>
 <context>
@@ -333,6 +390,73 @@
     </message>
 </context>
 <context>
+    <name>ReleaseFeed</name>
+    <message>
+        <source>&quot;releaseNumber&quot; is missing or not a number</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>« releaseNumber » est absent ou n’est pas un nombre</translation>
+    </message>
+    <message>
+        <source>&quot;releaseNumber&quot; is not a positive whole number</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>« releaseNumber » n’est pas un nombre entier positif</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is missing or not a text</source>
+        <extracomment>%1 is a key of the release feed file, as &quot;version&quot;; it stays as it is.</extracomment>
+        <translation>« %1 » est absent ou n’est pas un texte</translation>
+    </message>
+    <message>
+        <source>installer for &quot;%1&quot;: %2</source>
+        <extracomment>%1 is the system&apos;s key in the release feed file (&quot;linux&quot;, &quot;windows&quot;), %2 what is wrong with its entry.</extracomment>
+        <translation>programme d’installation pour « %1 » : %2</translation>
+    </message>
+    <message>
+        <source>installer for &quot;%1&quot;: &quot;sha256&quot; is not 64 hexadecimal digits</source>
+        <extracomment>%1 is the system&apos;s key in the release feed file (&quot;linux&quot;, &quot;windows&quot;); &quot;sha256&quot; is a key of that file and stays as it is.</extracomment>
+        <translation>programme d’installation pour « %1 » : « sha256 » ne compte pas 64 chiffres hexadécimaux</translation>
+    </message>
+    <message>
+        <source>not valid JSON (%1 at offset %2)</source>
+        <extracomment>%1 is the JSON reader&apos;s own message, %2 the position in the file where it stopped.</extracomment>
+        <translation>JSON non valide (%1 à la position %2)</translation>
+    </message>
+    <message>
+        <source>the document is not a JSON object</source>
+        <translation>le document n’est pas un objet JSON</translation>
+    </message>
+    <message>
+        <source>&quot;version&quot; is too long</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>« version » est trop long</translation>
+    </message>
+    <message>
+        <source>&quot;buildDate&quot; is not of the form NN.NNNN</source>
+        <extracomment>&quot;buildDate&quot; is a key of the release feed file and stays as it is; NN.NNNN shows the form of its value (two digits, a dot, four digits).</extracomment>
+        <translation>« buildDate » n’est pas de la forme NN.NNNN</translation>
+    </message>
+    <message>
+        <source>&quot;installers&quot; is missing or not an object</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>« installers » est absent ou n’est pas un objet</translation>
+    </message>
+    <message>
+        <source>installer for &quot;%1&quot; is not an object</source>
+        <extracomment>%1 is the system&apos;s key in the release feed file (&quot;linux&quot;, &quot;windows&quot;).</extracomment>
+        <translation>l’entrée du programme d’installation pour « %1 » n’est pas un objet</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a usable address</source>
+        <extracomment>%1 is a web address. Shown inside &quot;The update address %1.&quot; and similar messages.</extracomment>
+        <translation>« %1 » n’est pas une adresse utilisable</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was refused: only secure https addresses are accepted</source>
+        <extracomment>%1 is a web address. Shown inside &quot;The update address %1.&quot; and similar messages.</extracomment>
+        <translation>« %1 » a été refusée : seules les adresses https sécurisées sont acceptées</translation>
+    </message>
+</context>
+<context>
     <name>SysInfoPlugin</name>
     <message>
         <source> (build %1)</source>
@@ -406,10 +530,6 @@ Do you want to download and install it now?</source>
 Voulez-vous la télécharger et l’installer maintenant ?</translation>
     </message>
     <message>
-        <source>Could not find or create the download folder &quot;%1&quot;.</source>
-        <translation>Impossible de trouver ou de créer le dossier de téléchargement « %1 ».</translation>
-    </message>
-    <message>
         <source>Downloading %1 %2…
 %3 of %4</source>
         <translation>Téléchargement de %1 %2…
@@ -430,10 +550,6 @@ Please restart %2 once its installer has finished.</source>
 Veuillez redémarrer %2 une fois l’installation terminée.</translation>
     </message>
     <message>
-        <source>The installer was saved as &quot;%1&quot; but could not be started. Please open it yourself.</source>
-        <translation>Le programme d’installation a été enregistré sous « %1 » mais n’a pas pu être lancé. Veuillez l’ouvrir vous-même.</translation>
-    </message>
-    <message>
         <source>Software Update</source>
         <translation>Mise à jour du logiciel</translation>
     </message>
@@ -444,6 +560,38 @@ Veuillez redémarrer %2 une fois l’installation terminée.</translation>
     <message>
         <source>Cancel</source>
         <translation>Annuler</translation>
+    </message>
+    <message>
+        <source>The signature of the release information is too large to be a signature.</source>
+        <translation>La signature des informations de version est trop volumineuse pour être une signature.</translation>
+    </message>
+    <message>
+        <source>The release information from the update server was refused: it is not signed (its signature %1 could not be fetched: HTTP %2 %3).</source>
+        <translation>Les informations de version du serveur de mises à jour ont été refusées : elles ne sont pas signées (leur signature %1 n’a pas pu être récupérée : HTTP %2 %3).</translation>
+    </message>
+    <message>
+        <source>The release information from the update server was refused: %1.</source>
+        <translation>Les informations de version du serveur de mises à jour ont été refusées : %1.</translation>
+    </message>
+    <message>
+        <source>The installer cannot be downloaded: %1.</source>
+        <translation>Le programme d’installation ne peut pas être téléchargé : %1.</translation>
+    </message>
+    <message>
+        <source>The downloaded installer could not be read again before its start and was deleted.</source>
+        <translation>Le programme d’installation téléchargé n’a pas pu être relu avant son lancement et a été supprimé.</translation>
+    </message>
+    <message>
+        <source>The downloaded installer was changed after its check and was deleted; it was not started.</source>
+        <translation>Le programme d’installation téléchargé a été modifié après sa vérification et a été supprimé ; il n’a pas été lancé.</translation>
+    </message>
+    <message>
+        <source>The installer was not started: %1.</source>
+        <translation>Le programme d’installation n’a pas été lancé : %1.</translation>
+    </message>
+    <message>
+        <source>The installer &quot;%1&quot; could not be started and was deleted.</source>
+        <translation>Le programme d’installation « %1 » n’a pas pu être lancé et a été supprimé.</translation>
     </message>
 </context>
 </TS>

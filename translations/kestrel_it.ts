@@ -13,6 +13,37 @@
     </message>
 </context>
 <context>
+    <name>FeedSignature</name>
+    <message>
+        <source>Could not create a temporary folder for the signature check: %1</source>
+        <translation>Impossibile creare una cartella temporanea per la verifica della firma: %1</translation>
+    </message>
+    <message>
+        <source>it is signed by another key than the application&apos;s release key</source>
+        <translation>sono firmate con una chiave diversa dalla chiave di rilascio dell&apos;applicazione</translation>
+    </message>
+    <message>
+        <source>its signature does not match its content</source>
+        <translation>la firma non corrisponde al contenuto</translation>
+    </message>
+    <message>
+        <source>its signature is not a valid signature</source>
+        <translation>la firma non è una firma valida</translation>
+    </message>
+    <message>
+        <source>Could not write &quot;%1&quot; for the signature check: %2</source>
+        <translation>Impossibile scrivere «%1» per la verifica della firma: %2</translation>
+    </message>
+    <message>
+        <source>gpgv (%1) could not be started</source>
+        <translation>impossibile avviare gpgv (%1)</translation>
+    </message>
+    <message>
+        <source>gpgv did not answer within %1 seconds</source>
+        <translation>gpgv non ha risposto entro %1 secondi</translation>
+    </message>
+</context>
+<context>
     <name>FormatTableModel</name>
     <message>
         <source>Type</source>
@@ -90,6 +121,32 @@
     <message>
         <source>Could not rename the installer to &quot;%1&quot;: %2</source>
         <translation>Impossibile rinominare il programma di installazione in «%1»: %2</translation>
+    </message>
+    <message>
+        <source>The installer was refused: it is larger than %1, more than an installer may be.</source>
+        <translation>Il programma di installazione è stato rifiutato: supera %1, la dimensione massima consentita per un programma di installazione.</translation>
+    </message>
+</context>
+<context>
+    <name>InstallerFolder</name>
+    <message>
+        <source>there is no folder for the installer on this system</source>
+        <translation>su questo sistema non c&apos;è una cartella per il programma di installazione</translation>
+    </message>
+    <message>
+        <source>the folder &quot;%1&quot; could not be made ready for the installer</source>
+        <extracomment>%1 is the folder&apos;s path.</extracomment>
+        <translation>impossibile preparare la cartella «%1» per il programma di installazione</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; does not lie in the installer&apos;s own folder</source>
+        <extracomment>%1 is the installer&apos;s path. Shown inside &quot;The installer was not started: %1.&quot;</extracomment>
+        <translation>«%1» non si trova nella cartella riservata al programma di installazione</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a program (.exe)</source>
+        <extracomment>%1 is the installer&apos;s path. Shown inside &quot;The installer was not started: %1.&quot;</extracomment>
+        <translation>«%1» non è un programma (.exe)</translation>
     </message>
 </context>
 <context>
@@ -333,6 +390,73 @@
     </message>
 </context>
 <context>
+    <name>ReleaseFeed</name>
+    <message>
+        <source>&quot;releaseNumber&quot; is missing or not a number</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>«releaseNumber» manca o non è un numero</translation>
+    </message>
+    <message>
+        <source>&quot;releaseNumber&quot; is not a positive whole number</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>«releaseNumber» non è un numero intero positivo</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is missing or not a text</source>
+        <extracomment>%1 is a key of the release feed file, as &quot;version&quot;; it stays as it is.</extracomment>
+        <translation>«%1» manca o non è un testo</translation>
+    </message>
+    <message>
+        <source>installer for &quot;%1&quot;: %2</source>
+        <extracomment>%1 is the system&apos;s key in the release feed file (&quot;linux&quot;, &quot;windows&quot;), %2 what is wrong with its entry.</extracomment>
+        <translation>programma di installazione per «%1»: %2</translation>
+    </message>
+    <message>
+        <source>installer for &quot;%1&quot;: &quot;sha256&quot; is not 64 hexadecimal digits</source>
+        <extracomment>%1 is the system&apos;s key in the release feed file (&quot;linux&quot;, &quot;windows&quot;); &quot;sha256&quot; is a key of that file and stays as it is.</extracomment>
+        <translation>programma di installazione per «%1»: «sha256» non è composto da 64 cifre esadecimali</translation>
+    </message>
+    <message>
+        <source>not valid JSON (%1 at offset %2)</source>
+        <extracomment>%1 is the JSON reader&apos;s own message, %2 the position in the file where it stopped.</extracomment>
+        <translation>JSON non valido (%1 alla posizione %2)</translation>
+    </message>
+    <message>
+        <source>the document is not a JSON object</source>
+        <translation>il documento non è un oggetto JSON</translation>
+    </message>
+    <message>
+        <source>&quot;version&quot; is too long</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>«version» è troppo lungo</translation>
+    </message>
+    <message>
+        <source>&quot;buildDate&quot; is not of the form NN.NNNN</source>
+        <extracomment>&quot;buildDate&quot; is a key of the release feed file and stays as it is; NN.NNNN shows the form of its value (two digits, a dot, four digits).</extracomment>
+        <translation>«buildDate» non è nel formato NN.NNNN</translation>
+    </message>
+    <message>
+        <source>&quot;installers&quot; is missing or not an object</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>«installers» manca o non è un oggetto</translation>
+    </message>
+    <message>
+        <source>installer for &quot;%1&quot; is not an object</source>
+        <extracomment>%1 is the system&apos;s key in the release feed file (&quot;linux&quot;, &quot;windows&quot;).</extracomment>
+        <translation>la voce del programma di installazione per «%1» non è un oggetto</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a usable address</source>
+        <extracomment>%1 is a web address. Shown inside &quot;The update address %1.&quot; and similar messages.</extracomment>
+        <translation>«%1» non è un indirizzo utilizzabile</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was refused: only secure https addresses are accepted</source>
+        <extracomment>%1 is a web address. Shown inside &quot;The update address %1.&quot; and similar messages.</extracomment>
+        <translation>«%1» è stato rifiutato: sono accettati solo indirizzi https sicuri</translation>
+    </message>
+</context>
+<context>
     <name>SysInfoPlugin</name>
     <message>
         <source> (build %1)</source>
@@ -406,10 +530,6 @@ Do you want to download and install it now?</source>
 Vuoi scaricarla e installarla ora?</translation>
     </message>
     <message>
-        <source>Could not find or create the download folder &quot;%1&quot;.</source>
-        <translation>Impossibile trovare o creare la cartella di download «%1».</translation>
-    </message>
-    <message>
         <source>Downloading %1 %2…
 %3 of %4</source>
         <translation>Download di %1 %2…
@@ -430,10 +550,6 @@ Please restart %2 once its installer has finished.</source>
 Riavvia %2 al termine dell&apos;installazione.</translation>
     </message>
     <message>
-        <source>The installer was saved as &quot;%1&quot; but could not be started. Please open it yourself.</source>
-        <translation>Il programma di installazione è stato salvato come «%1», ma non è stato possibile avviarlo. Aprilo manualmente.</translation>
-    </message>
-    <message>
         <source>Software Update</source>
         <translation>Aggiornamento software</translation>
     </message>
@@ -444,6 +560,38 @@ Riavvia %2 al termine dell&apos;installazione.</translation>
     <message>
         <source>Cancel</source>
         <translation>Annulla</translation>
+    </message>
+    <message>
+        <source>The signature of the release information is too large to be a signature.</source>
+        <translation>La firma delle informazioni sulle versioni è troppo grande per essere una firma.</translation>
+    </message>
+    <message>
+        <source>The release information from the update server was refused: it is not signed (its signature %1 could not be fetched: HTTP %2 %3).</source>
+        <translation>Le informazioni sulle versioni inviate dal server degli aggiornamenti sono state rifiutate: non sono firmate (impossibile scaricare la firma %1: HTTP %2 %3).</translation>
+    </message>
+    <message>
+        <source>The release information from the update server was refused: %1.</source>
+        <translation>Le informazioni sulle versioni inviate dal server degli aggiornamenti sono state rifiutate: %1.</translation>
+    </message>
+    <message>
+        <source>The installer cannot be downloaded: %1.</source>
+        <translation>Impossibile scaricare il programma di installazione: %1.</translation>
+    </message>
+    <message>
+        <source>The downloaded installer could not be read again before its start and was deleted.</source>
+        <translation>Impossibile rileggere il programma di installazione scaricato prima di avviarlo; è stato eliminato.</translation>
+    </message>
+    <message>
+        <source>The downloaded installer was changed after its check and was deleted; it was not started.</source>
+        <translation>Il programma di installazione scaricato è stato modificato dopo la verifica ed è stato eliminato; non è stato avviato.</translation>
+    </message>
+    <message>
+        <source>The installer was not started: %1.</source>
+        <translation>Il programma di installazione non è stato avviato: %1.</translation>
+    </message>
+    <message>
+        <source>The installer &quot;%1&quot; could not be started and was deleted.</source>
+        <translation>Impossibile avviare il programma di installazione «%1»; è stato eliminato.</translation>
     </message>
 </context>
 </TS>

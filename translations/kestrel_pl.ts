@@ -13,6 +13,37 @@
     </message>
 </context>
 <context>
+    <name>FeedSignature</name>
+    <message>
+        <source>Could not create a temporary folder for the signature check: %1</source>
+        <translation>Nie można utworzyć folderu tymczasowego do sprawdzenia podpisu: %1</translation>
+    </message>
+    <message>
+        <source>it is signed by another key than the application&apos;s release key</source>
+        <translation>są podpisane innym kluczem niż klucz wydań aplikacji</translation>
+    </message>
+    <message>
+        <source>its signature does not match its content</source>
+        <translation>ich podpis nie zgadza się z treścią</translation>
+    </message>
+    <message>
+        <source>its signature is not a valid signature</source>
+        <translation>ich podpis nie jest prawidłowym podpisem</translation>
+    </message>
+    <message>
+        <source>Could not write &quot;%1&quot; for the signature check: %2</source>
+        <translation>Nie można zapisać „%1” do sprawdzenia podpisu: %2</translation>
+    </message>
+    <message>
+        <source>gpgv (%1) could not be started</source>
+        <translation>nie można uruchomić gpgv (%1)</translation>
+    </message>
+    <message>
+        <source>gpgv did not answer within %1 seconds</source>
+        <translation>gpgv nie odpowiedział w ciągu %1 s</translation>
+    </message>
+</context>
+<context>
     <name>FormatTableModel</name>
     <message>
         <source>Type</source>
@@ -90,6 +121,32 @@
     <message>
         <source>Could not rename the installer to &quot;%1&quot;: %2</source>
         <translation>Nie można zmienić nazwy instalatora na „%1”: %2</translation>
+    </message>
+    <message>
+        <source>The installer was refused: it is larger than %1, more than an installer may be.</source>
+        <translation>Instalator został odrzucony: przekracza %1, czyli maksymalny rozmiar instalatora.</translation>
+    </message>
+</context>
+<context>
+    <name>InstallerFolder</name>
+    <message>
+        <source>there is no folder for the installer on this system</source>
+        <translation>w tym systemie nie ma folderu na instalator</translation>
+    </message>
+    <message>
+        <source>the folder &quot;%1&quot; could not be made ready for the installer</source>
+        <extracomment>%1 is the folder&apos;s path.</extracomment>
+        <translation>nie można przygotować folderu „%1” na instalator</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; does not lie in the installer&apos;s own folder</source>
+        <extracomment>%1 is the installer&apos;s path. Shown inside &quot;The installer was not started: %1.&quot;</extracomment>
+        <translation>„%1” nie leży we własnym folderze instalatora</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a program (.exe)</source>
+        <extracomment>%1 is the installer&apos;s path. Shown inside &quot;The installer was not started: %1.&quot;</extracomment>
+        <translation>„%1” nie jest programem (.exe)</translation>
     </message>
 </context>
 <context>
@@ -333,6 +390,73 @@
     </message>
 </context>
 <context>
+    <name>ReleaseFeed</name>
+    <message>
+        <source>&quot;releaseNumber&quot; is missing or not a number</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>brak pola „releaseNumber” lub nie jest ono liczbą</translation>
+    </message>
+    <message>
+        <source>&quot;releaseNumber&quot; is not a positive whole number</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>pole „releaseNumber” nie jest dodatnią liczbą całkowitą</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is missing or not a text</source>
+        <extracomment>%1 is a key of the release feed file, as &quot;version&quot;; it stays as it is.</extracomment>
+        <translation>brak pola „%1” lub nie jest ono tekstem</translation>
+    </message>
+    <message>
+        <source>installer for &quot;%1&quot;: %2</source>
+        <extracomment>%1 is the system&apos;s key in the release feed file (&quot;linux&quot;, &quot;windows&quot;), %2 what is wrong with its entry.</extracomment>
+        <translation>instalator dla „%1”: %2</translation>
+    </message>
+    <message>
+        <source>installer for &quot;%1&quot;: &quot;sha256&quot; is not 64 hexadecimal digits</source>
+        <extracomment>%1 is the system&apos;s key in the release feed file (&quot;linux&quot;, &quot;windows&quot;); &quot;sha256&quot; is a key of that file and stays as it is.</extracomment>
+        <translation>instalator dla „%1”: „sha256” nie składa się z 64 cyfr szesnastkowych</translation>
+    </message>
+    <message>
+        <source>not valid JSON (%1 at offset %2)</source>
+        <extracomment>%1 is the JSON reader&apos;s own message, %2 the position in the file where it stopped.</extracomment>
+        <translation>nieprawidłowy JSON (%1 na pozycji %2)</translation>
+    </message>
+    <message>
+        <source>the document is not a JSON object</source>
+        <translation>dokument nie jest obiektem JSON</translation>
+    </message>
+    <message>
+        <source>&quot;version&quot; is too long</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>pole „version” jest za długie</translation>
+    </message>
+    <message>
+        <source>&quot;buildDate&quot; is not of the form NN.NNNN</source>
+        <extracomment>&quot;buildDate&quot; is a key of the release feed file and stays as it is; NN.NNNN shows the form of its value (two digits, a dot, four digits).</extracomment>
+        <translation>pole „buildDate” nie ma postaci NN.NNNN</translation>
+    </message>
+    <message>
+        <source>&quot;installers&quot; is missing or not an object</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>brak pola „installers” lub nie jest ono obiektem</translation>
+    </message>
+    <message>
+        <source>installer for &quot;%1&quot; is not an object</source>
+        <extracomment>%1 is the system&apos;s key in the release feed file (&quot;linux&quot;, &quot;windows&quot;).</extracomment>
+        <translation>wpis instalatora dla „%1” nie jest obiektem</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a usable address</source>
+        <extracomment>%1 is a web address. Shown inside &quot;The update address %1.&quot; and similar messages.</extracomment>
+        <translation>„%1” nie jest prawidłowym adresem</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was refused: only secure https addresses are accepted</source>
+        <extracomment>%1 is a web address. Shown inside &quot;The update address %1.&quot; and similar messages.</extracomment>
+        <translation>„%1” został odrzucony: akceptowane są tylko bezpieczne adresy https</translation>
+    </message>
+</context>
+<context>
     <name>SysInfoPlugin</name>
     <message>
         <source> (build %1)</source>
@@ -406,10 +530,6 @@ Do you want to download and install it now?</source>
 Czy pobrać ją i zainstalować teraz?</translation>
     </message>
     <message>
-        <source>Could not find or create the download folder &quot;%1&quot;.</source>
-        <translation>Nie można znaleźć ani utworzyć folderu pobierania „%1”.</translation>
-    </message>
-    <message>
         <source>Downloading %1 %2…
 %3 of %4</source>
         <translation>Pobieranie %1 %2…
@@ -430,10 +550,6 @@ Please restart %2 once its installer has finished.</source>
 Uruchom ponownie %2 po zakończeniu instalacji.</translation>
     </message>
     <message>
-        <source>The installer was saved as &quot;%1&quot; but could not be started. Please open it yourself.</source>
-        <translation>Instalator zapisano jako „%1”, ale nie można go uruchomić. Otwórz go samodzielnie.</translation>
-    </message>
-    <message>
         <source>Software Update</source>
         <translation>Aktualizacja oprogramowania</translation>
     </message>
@@ -444,6 +560,38 @@ Uruchom ponownie %2 po zakończeniu instalacji.</translation>
     <message>
         <source>Cancel</source>
         <translation>Anuluj</translation>
+    </message>
+    <message>
+        <source>The signature of the release information is too large to be a signature.</source>
+        <translation>Podpis informacji o wydaniach jest za duży jak na podpis.</translation>
+    </message>
+    <message>
+        <source>The release information from the update server was refused: it is not signed (its signature %1 could not be fetched: HTTP %2 %3).</source>
+        <translation>Informacje o wydaniach z serwera aktualizacji zostały odrzucone: nie są podpisane (nie można pobrać ich podpisu %1: HTTP %2 %3).</translation>
+    </message>
+    <message>
+        <source>The release information from the update server was refused: %1.</source>
+        <translation>Informacje o wydaniach z serwera aktualizacji zostały odrzucone: %1.</translation>
+    </message>
+    <message>
+        <source>The installer cannot be downloaded: %1.</source>
+        <translation>Nie można pobrać instalatora: %1.</translation>
+    </message>
+    <message>
+        <source>The downloaded installer could not be read again before its start and was deleted.</source>
+        <translation>Nie można ponownie odczytać pobranego instalatora przed uruchomieniem, więc został usunięty.</translation>
+    </message>
+    <message>
+        <source>The downloaded installer was changed after its check and was deleted; it was not started.</source>
+        <translation>Pobrany instalator został zmieniony po sprawdzeniu, więc go usunięto; nie został uruchomiony.</translation>
+    </message>
+    <message>
+        <source>The installer was not started: %1.</source>
+        <translation>Instalator nie został uruchomiony: %1.</translation>
+    </message>
+    <message>
+        <source>The installer &quot;%1&quot; could not be started and was deleted.</source>
+        <translation>Nie można uruchomić instalatora „%1”, więc został usunięty.</translation>
     </message>
 </context>
 </TS>

@@ -13,6 +13,37 @@
     </message>
 </context>
 <context>
+    <name>FeedSignature</name>
+    <message>
+        <source>Could not create a temporary folder for the signature check: %1</source>
+        <translation>Não foi possível criar uma pasta temporária para verificar a assinatura: %1</translation>
+    </message>
+    <message>
+        <source>it is signed by another key than the application&apos;s release key</source>
+        <translation>elas foram assinadas com uma chave diferente da chave de publicação do aplicativo</translation>
+    </message>
+    <message>
+        <source>its signature does not match its content</source>
+        <translation>a assinatura não corresponde ao conteúdo</translation>
+    </message>
+    <message>
+        <source>its signature is not a valid signature</source>
+        <translation>a assinatura não é uma assinatura válida</translation>
+    </message>
+    <message>
+        <source>Could not write &quot;%1&quot; for the signature check: %2</source>
+        <translation>Não foi possível gravar &quot;%1&quot; para verificar a assinatura: %2</translation>
+    </message>
+    <message>
+        <source>gpgv (%1) could not be started</source>
+        <translation>não foi possível iniciar o gpgv (%1)</translation>
+    </message>
+    <message>
+        <source>gpgv did not answer within %1 seconds</source>
+        <translation>o gpgv não respondeu em %1 segundos</translation>
+    </message>
+</context>
+<context>
     <name>FormatTableModel</name>
     <message>
         <source>Type</source>
@@ -90,6 +121,32 @@
     <message>
         <source>Could not rename the installer to &quot;%1&quot;: %2</source>
         <translation>Não foi possível renomear o instalador para &quot;%1&quot;: %2</translation>
+    </message>
+    <message>
+        <source>The installer was refused: it is larger than %1, more than an installer may be.</source>
+        <translation>O instalador foi recusado: ele tem mais de %1, o tamanho máximo de um instalador.</translation>
+    </message>
+</context>
+<context>
+    <name>InstallerFolder</name>
+    <message>
+        <source>there is no folder for the installer on this system</source>
+        <translation>este sistema não tem uma pasta para o instalador</translation>
+    </message>
+    <message>
+        <source>the folder &quot;%1&quot; could not be made ready for the installer</source>
+        <extracomment>%1 is the folder&apos;s path.</extracomment>
+        <translation>não foi possível preparar a pasta &quot;%1&quot; para o instalador</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; does not lie in the installer&apos;s own folder</source>
+        <extracomment>%1 is the installer&apos;s path. Shown inside &quot;The installer was not started: %1.&quot;</extracomment>
+        <translation>&quot;%1&quot; não está na pasta própria do instalador</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a program (.exe)</source>
+        <extracomment>%1 is the installer&apos;s path. Shown inside &quot;The installer was not started: %1.&quot;</extracomment>
+        <translation>&quot;%1&quot; não é um programa (.exe)</translation>
     </message>
 </context>
 <context>
@@ -333,6 +390,73 @@
     </message>
 </context>
 <context>
+    <name>ReleaseFeed</name>
+    <message>
+        <source>&quot;releaseNumber&quot; is missing or not a number</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>&quot;releaseNumber&quot; está ausente ou não é um número</translation>
+    </message>
+    <message>
+        <source>&quot;releaseNumber&quot; is not a positive whole number</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>&quot;releaseNumber&quot; não é um número inteiro positivo</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is missing or not a text</source>
+        <extracomment>%1 is a key of the release feed file, as &quot;version&quot;; it stays as it is.</extracomment>
+        <translation>&quot;%1&quot; está ausente ou não é um texto</translation>
+    </message>
+    <message>
+        <source>installer for &quot;%1&quot;: %2</source>
+        <extracomment>%1 is the system&apos;s key in the release feed file (&quot;linux&quot;, &quot;windows&quot;), %2 what is wrong with its entry.</extracomment>
+        <translation>instalador para &quot;%1&quot;: %2</translation>
+    </message>
+    <message>
+        <source>installer for &quot;%1&quot;: &quot;sha256&quot; is not 64 hexadecimal digits</source>
+        <extracomment>%1 is the system&apos;s key in the release feed file (&quot;linux&quot;, &quot;windows&quot;); &quot;sha256&quot; is a key of that file and stays as it is.</extracomment>
+        <translation>instalador para &quot;%1&quot;: &quot;sha256&quot; não tem 64 dígitos hexadecimais</translation>
+    </message>
+    <message>
+        <source>not valid JSON (%1 at offset %2)</source>
+        <extracomment>%1 is the JSON reader&apos;s own message, %2 the position in the file where it stopped.</extracomment>
+        <translation>JSON inválido (%1 na posição %2)</translation>
+    </message>
+    <message>
+        <source>the document is not a JSON object</source>
+        <translation>o documento não é um objeto JSON</translation>
+    </message>
+    <message>
+        <source>&quot;version&quot; is too long</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>&quot;version&quot; é longo demais</translation>
+    </message>
+    <message>
+        <source>&quot;buildDate&quot; is not of the form NN.NNNN</source>
+        <extracomment>&quot;buildDate&quot; is a key of the release feed file and stays as it is; NN.NNNN shows the form of its value (two digits, a dot, four digits).</extracomment>
+        <translation>&quot;buildDate&quot; não está no formato NN.NNNN</translation>
+    </message>
+    <message>
+        <source>&quot;installers&quot; is missing or not an object</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>&quot;installers&quot; está ausente ou não é um objeto</translation>
+    </message>
+    <message>
+        <source>installer for &quot;%1&quot; is not an object</source>
+        <extracomment>%1 is the system&apos;s key in the release feed file (&quot;linux&quot;, &quot;windows&quot;).</extracomment>
+        <translation>a entrada do instalador para &quot;%1&quot; não é um objeto</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a usable address</source>
+        <extracomment>%1 is a web address. Shown inside &quot;The update address %1.&quot; and similar messages.</extracomment>
+        <translation>&quot;%1&quot; não é um endereço válido</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was refused: only secure https addresses are accepted</source>
+        <extracomment>%1 is a web address. Shown inside &quot;The update address %1.&quot; and similar messages.</extracomment>
+        <translation>&quot;%1&quot; foi recusado: só são aceitos endereços https seguros</translation>
+    </message>
+</context>
+<context>
     <name>SysInfoPlugin</name>
     <message>
         <source> (build %1)</source>
@@ -406,10 +530,6 @@ Do you want to download and install it now?</source>
 Deseja baixá-la e instalá-la agora?</translation>
     </message>
     <message>
-        <source>Could not find or create the download folder &quot;%1&quot;.</source>
-        <translation>Não foi possível encontrar ou criar a pasta de downloads &quot;%1&quot;.</translation>
-    </message>
-    <message>
         <source>Downloading %1 %2…
 %3 of %4</source>
         <translation>Baixando %1 %2…
@@ -430,10 +550,6 @@ Please restart %2 once its installer has finished.</source>
 Reinicie o %2 quando o instalador terminar.</translation>
     </message>
     <message>
-        <source>The installer was saved as &quot;%1&quot; but could not be started. Please open it yourself.</source>
-        <translation>O instalador foi salvo como &quot;%1&quot;, mas não pôde ser iniciado. Abra-o manualmente.</translation>
-    </message>
-    <message>
         <source>Software Update</source>
         <translation>Atualização de software</translation>
     </message>
@@ -444,6 +560,38 @@ Reinicie o %2 quando o instalador terminar.</translation>
     <message>
         <source>Cancel</source>
         <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>The signature of the release information is too large to be a signature.</source>
+        <translation>A assinatura das informações de versão é grande demais para ser uma assinatura.</translation>
+    </message>
+    <message>
+        <source>The release information from the update server was refused: it is not signed (its signature %1 could not be fetched: HTTP %2 %3).</source>
+        <translation>As informações de versão do servidor de atualizações foram recusadas: elas não estão assinadas (não foi possível obter a assinatura %1: HTTP %2 %3).</translation>
+    </message>
+    <message>
+        <source>The release information from the update server was refused: %1.</source>
+        <translation>As informações de versão do servidor de atualizações foram recusadas: %1.</translation>
+    </message>
+    <message>
+        <source>The installer cannot be downloaded: %1.</source>
+        <translation>Não é possível baixar o instalador: %1.</translation>
+    </message>
+    <message>
+        <source>The downloaded installer could not be read again before its start and was deleted.</source>
+        <translation>Não foi possível ler novamente o instalador baixado antes de iniciá-lo, e ele foi excluído.</translation>
+    </message>
+    <message>
+        <source>The downloaded installer was changed after its check and was deleted; it was not started.</source>
+        <translation>O instalador baixado foi alterado depois da verificação e foi excluído; ele não foi iniciado.</translation>
+    </message>
+    <message>
+        <source>The installer was not started: %1.</source>
+        <translation>O instalador não foi iniciado: %1.</translation>
+    </message>
+    <message>
+        <source>The installer &quot;%1&quot; could not be started and was deleted.</source>
+        <translation>Não foi possível iniciar o instalador &quot;%1&quot;, e ele foi excluído.</translation>
     </message>
 </context>
 </TS>

@@ -13,6 +13,37 @@
     </message>
 </context>
 <context>
+    <name>FeedSignature</name>
+    <message>
+        <source>Could not create a temporary folder for the signature check: %1</source>
+        <translation>İmza denetimi için geçici klasör oluşturulamadı: %1</translation>
+    </message>
+    <message>
+        <source>it is signed by another key than the application&apos;s release key</source>
+        <translation>uygulamanın sürüm anahtarıyla değil, başka bir anahtarla imzalanmış</translation>
+    </message>
+    <message>
+        <source>its signature does not match its content</source>
+        <translation>imzası içeriğiyle uyuşmuyor</translation>
+    </message>
+    <message>
+        <source>its signature is not a valid signature</source>
+        <translation>imzası geçerli bir imza değil</translation>
+    </message>
+    <message>
+        <source>Could not write &quot;%1&quot; for the signature check: %2</source>
+        <translation>İmza denetimi için &quot;%1&quot; yazılamadı: %2</translation>
+    </message>
+    <message>
+        <source>gpgv (%1) could not be started</source>
+        <translation>gpgv (%1) başlatılamadı</translation>
+    </message>
+    <message>
+        <source>gpgv did not answer within %1 seconds</source>
+        <translation>gpgv %1 saniye içinde yanıt vermedi</translation>
+    </message>
+</context>
+<context>
     <name>FormatTableModel</name>
     <message>
         <source>Type</source>
@@ -90,6 +121,32 @@
     <message>
         <source>Could not rename the installer to &quot;%1&quot;: %2</source>
         <translation>Yükleyicinin adı &quot;%1&quot; olarak değiştirilemedi: %2</translation>
+    </message>
+    <message>
+        <source>The installer was refused: it is larger than %1, more than an installer may be.</source>
+        <translation>Yükleyici reddedildi: boyutu %1 sınırını aşıyor; bir yükleyici bundan büyük olamaz.</translation>
+    </message>
+</context>
+<context>
+    <name>InstallerFolder</name>
+    <message>
+        <source>there is no folder for the installer on this system</source>
+        <translation>bu sistemde yükleyici için bir klasör yok</translation>
+    </message>
+    <message>
+        <source>the folder &quot;%1&quot; could not be made ready for the installer</source>
+        <extracomment>%1 is the folder&apos;s path.</extracomment>
+        <translation>&quot;%1&quot; klasörü yükleyici için hazırlanamadı</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; does not lie in the installer&apos;s own folder</source>
+        <extracomment>%1 is the installer&apos;s path. Shown inside &quot;The installer was not started: %1.&quot;</extracomment>
+        <translation>&quot;%1&quot; yükleyicinin kendi klasöründe değil</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a program (.exe)</source>
+        <extracomment>%1 is the installer&apos;s path. Shown inside &quot;The installer was not started: %1.&quot;</extracomment>
+        <translation>&quot;%1&quot; bir program (.exe) değil</translation>
     </message>
 </context>
 <context>
@@ -333,6 +390,73 @@
     </message>
 </context>
 <context>
+    <name>ReleaseFeed</name>
+    <message>
+        <source>&quot;releaseNumber&quot; is missing or not a number</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>&quot;releaseNumber&quot; eksik ya da bir sayı değil</translation>
+    </message>
+    <message>
+        <source>&quot;releaseNumber&quot; is not a positive whole number</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>&quot;releaseNumber&quot; pozitif bir tam sayı değil</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is missing or not a text</source>
+        <extracomment>%1 is a key of the release feed file, as &quot;version&quot;; it stays as it is.</extracomment>
+        <translation>&quot;%1&quot; eksik ya da bir metin değil</translation>
+    </message>
+    <message>
+        <source>installer for &quot;%1&quot;: %2</source>
+        <extracomment>%1 is the system&apos;s key in the release feed file (&quot;linux&quot;, &quot;windows&quot;), %2 what is wrong with its entry.</extracomment>
+        <translation>&quot;%1&quot; için yükleyici: %2</translation>
+    </message>
+    <message>
+        <source>installer for &quot;%1&quot;: &quot;sha256&quot; is not 64 hexadecimal digits</source>
+        <extracomment>%1 is the system&apos;s key in the release feed file (&quot;linux&quot;, &quot;windows&quot;); &quot;sha256&quot; is a key of that file and stays as it is.</extracomment>
+        <translation>&quot;%1&quot; için yükleyici: &quot;sha256&quot; 64 onaltılık basamaktan oluşmuyor</translation>
+    </message>
+    <message>
+        <source>not valid JSON (%1 at offset %2)</source>
+        <extracomment>%1 is the JSON reader&apos;s own message, %2 the position in the file where it stopped.</extracomment>
+        <translation>geçerli bir JSON değil (%2 konumunda %1)</translation>
+    </message>
+    <message>
+        <source>the document is not a JSON object</source>
+        <translation>belge bir JSON nesnesi değil</translation>
+    </message>
+    <message>
+        <source>&quot;version&quot; is too long</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>&quot;version&quot; çok uzun</translation>
+    </message>
+    <message>
+        <source>&quot;buildDate&quot; is not of the form NN.NNNN</source>
+        <extracomment>&quot;buildDate&quot; is a key of the release feed file and stays as it is; NN.NNNN shows the form of its value (two digits, a dot, four digits).</extracomment>
+        <translation>&quot;buildDate&quot; NN.NNNN biçiminde değil</translation>
+    </message>
+    <message>
+        <source>&quot;installers&quot; is missing or not an object</source>
+        <extracomment>The word in quotes is a key of the release feed file and stays as it is.</extracomment>
+        <translation>&quot;installers&quot; eksik ya da bir nesne değil</translation>
+    </message>
+    <message>
+        <source>installer for &quot;%1&quot; is not an object</source>
+        <extracomment>%1 is the system&apos;s key in the release feed file (&quot;linux&quot;, &quot;windows&quot;).</extracomment>
+        <translation>&quot;%1&quot; için yükleyici kaydı bir nesne değil</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a usable address</source>
+        <extracomment>%1 is a web address. Shown inside &quot;The update address %1.&quot; and similar messages.</extracomment>
+        <translation>&quot;%1&quot; kullanılabilir bir adres değil</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was refused: only secure https addresses are accepted</source>
+        <extracomment>%1 is a web address. Shown inside &quot;The update address %1.&quot; and similar messages.</extracomment>
+        <translation>&quot;%1&quot; reddedildi: yalnızca güvenli https adresleri kabul edilir</translation>
+    </message>
+</context>
+<context>
     <name>SysInfoPlugin</name>
     <message>
         <source> (build %1)</source>
@@ -406,10 +530,6 @@ Do you want to download and install it now?</source>
 Şimdi indirip kurmak ister misiniz?</translation>
     </message>
     <message>
-        <source>Could not find or create the download folder &quot;%1&quot;.</source>
-        <translation>&quot;%1&quot; indirme klasörü bulunamadı veya oluşturulamadı.</translation>
-    </message>
-    <message>
         <source>Downloading %1 %2…
 %3 of %4</source>
         <translation>%1 %2 indiriliyor…
@@ -430,10 +550,6 @@ Please restart %2 once its installer has finished.</source>
 Kurulum bittikten sonra lütfen %2 uygulamasını yeniden başlatın.</translation>
     </message>
     <message>
-        <source>The installer was saved as &quot;%1&quot; but could not be started. Please open it yourself.</source>
-        <translation>Yükleyici &quot;%1&quot; olarak kaydedildi ancak başlatılamadı. Lütfen kendiniz açın.</translation>
-    </message>
-    <message>
         <source>Software Update</source>
         <translation>Yazılım Güncelleme</translation>
     </message>
@@ -444,6 +560,38 @@ Kurulum bittikten sonra lütfen %2 uygulamasını yeniden başlatın.</translati
     <message>
         <source>Cancel</source>
         <translation>İptal</translation>
+    </message>
+    <message>
+        <source>The signature of the release information is too large to be a signature.</source>
+        <translation>Sürüm bilgisinin imzası, bir imza olamayacak kadar büyük.</translation>
+    </message>
+    <message>
+        <source>The release information from the update server was refused: it is not signed (its signature %1 could not be fetched: HTTP %2 %3).</source>
+        <translation>Güncelleme sunucusundan gelen sürüm bilgisi reddedildi: imzalı değil (%1 imzası alınamadı: HTTP %2 %3).</translation>
+    </message>
+    <message>
+        <source>The release information from the update server was refused: %1.</source>
+        <translation>Güncelleme sunucusundan gelen sürüm bilgisi reddedildi: %1.</translation>
+    </message>
+    <message>
+        <source>The installer cannot be downloaded: %1.</source>
+        <translation>Yükleyici indirilemiyor: %1.</translation>
+    </message>
+    <message>
+        <source>The downloaded installer could not be read again before its start and was deleted.</source>
+        <translation>İndirilen yükleyici, başlatılmadan önce yeniden okunamadı ve silindi.</translation>
+    </message>
+    <message>
+        <source>The downloaded installer was changed after its check and was deleted; it was not started.</source>
+        <translation>İndirilen yükleyici denetlendikten sonra değiştirildiği için silindi; başlatılmadı.</translation>
+    </message>
+    <message>
+        <source>The installer was not started: %1.</source>
+        <translation>Yükleyici başlatılmadı: %1.</translation>
+    </message>
+    <message>
+        <source>The installer &quot;%1&quot; could not be started and was deleted.</source>
+        <translation>&quot;%1&quot; yükleyicisi başlatılamadı ve silindi.</translation>
     </message>
 </context>
 </TS>

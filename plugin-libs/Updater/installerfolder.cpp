@@ -1,5 +1,6 @@
 #include "installerfolder.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -63,12 +64,19 @@ Preparation prepare()
 {
     Preparation result;
     const QString folder = location();
+    // The problems and refusals go into the plug-in's translated boxes ("The
+    // installer cannot be downloaded: %1."), so they are translated too; this
+    // namespace has no QObject to lend its tr().
     if (folder.isEmpty()) {
-        result.problem = QStringLiteral("there is no folder for the installer on this system");
+        result.problem
+            = QCoreApplication::translate("InstallerFolder", "there is no folder for the installer on this system");
         return result;
     }
     if (!removeEarlierContent(folder) || !QDir().mkpath(folder) || !makeOwnerOnly(folder)) {
-        result.problem = QStringLiteral("the folder \"%1\" could not be made ready for the installer").arg(QDir::toNativeSeparators(folder));
+        //: %1 is the folder's path.
+        const QString problem = QCoreApplication::translate(
+            "InstallerFolder", "the folder \"%1\" could not be made ready for the installer");
+        result.problem = problem.arg(QDir::toNativeSeparators(folder));
         return result;
     }
     result.path = folder;
@@ -79,10 +87,14 @@ QString startRefusal(const QString &path)
 {
     const QFileInfo file(path);
     if (!QDir::isAbsolutePath(path) || QDir::cleanPath(file.absolutePath()) != location())
-        return QStringLiteral("\"%1\" does not lie in the installer's own folder").arg(QDir::toNativeSeparators(path));
+        //: %1 is the installer's path. Shown inside "The installer was not started: %1."
+        return QCoreApplication::translate("InstallerFolder", "\"%1\" does not lie in the installer's own folder")
+            .arg(QDir::toNativeSeparators(path));
 #if defined(Q_OS_WIN)
     if (!file.fileName().endsWith(QLatin1String(".exe"), Qt::CaseInsensitive))
-        return QStringLiteral("\"%1\" is not a program (.exe)").arg(QDir::toNativeSeparators(path));
+        //: %1 is the installer's path. Shown inside "The installer was not started: %1."
+        return QCoreApplication::translate("InstallerFolder", "\"%1\" is not a program (.exe)")
+            .arg(QDir::toNativeSeparators(path));
 #endif
     return QString();
 }

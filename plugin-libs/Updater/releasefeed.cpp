@@ -1,5 +1,6 @@
 #include "releasefeed.h"
 
+#include <QCoreApplication>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QJsonParseError>
@@ -16,6 +17,9 @@ namespace {
 // it would be shown to the user as it is.
 constexpr qsizetype maximumVersionLength = 64;
 
+// The reasons given here end up inside the plug-in's translated boxes ("The
+// update address %1."), so they are translated too, under a context of their
+// own: this namespace has no QObject to lend its tr().
 bool fail(QString *error, const QString &reason)
 {
     if (error)
@@ -27,11 +31,14 @@ bool readReleaseNumber(const QJsonObject &root, int *number, QString *error)
 {
     const QJsonValue value = root.value(QStringLiteral("releaseNumber"));
     if (!value.isDouble())
-        return fail(error, QStringLiteral("\"releaseNumber\" is missing or not a number"));
+        //: The word in quotes is a key of the release feed file and stays as it is.
+        return fail(error, QCoreApplication::translate("ReleaseFeed", "\"releaseNumber\" is missing or not a number"));
     const double given = value.toDouble();
     // JSON numbers are doubles; only whole numbers that fit an int are release numbers.
     if (given < 1 || given > std::numeric_limits<int>::max() || given != static_cast<double>(static_cast<int>(given)))
-        return fail(error, QStringLiteral("\"releaseNumber\" is not a positive whole number"));
+        //: The word in quotes is a key of the release feed file and stays as it is.
+        return fail(
+            error, QCoreApplication::translate("ReleaseFeed", "\"releaseNumber\" is not a positive whole number"));
     *number = static_cast<int>(given);
     return true;
 }
@@ -40,7 +47,8 @@ bool readText(const QJsonObject &object, const QString &key, QString *text, QStr
 {
     const QJsonValue value = object.value(key);
     if (!value.isString() || value.toString().trimmed().isEmpty())
-        return fail(error, QStringLiteral("\"%1\" is missing or not a text").arg(key));
+        //: %1 is a key of the release feed file, as "version"; it stays as it is.
+        return fail(error, QCoreApplication::translate("ReleaseFeed", "\"%1\" is missing or not a text").arg(key));
     *text = value.toString().trimmed();
     return true;
 }
@@ -50,19 +58,26 @@ bool readInstaller(const QJsonObject &entry, const QString &platform, Installer 
     QString address;
     QString digest;
     if (!readText(entry, QStringLiteral("url"), &address, error) || !readText(entry, QStringLiteral("sha256"), &digest, error)) {
-        *error = QStringLiteral("installer for \"%1\": %2").arg(platform, *error);
+        //: %1 is the system's key in the release feed file ("linux", "windows"), %2 what is wrong with its entry.
+        *error = QCoreApplication::translate("ReleaseFeed", "installer for \"%1\": %2").arg(platform, *error);
         return false;
     }
 
     const QUrl url(address, QUrl::StrictMode);
     const QString refusal = addressRefusal(url);
     if (!refusal.isEmpty())
-        return fail(error, QStringLiteral("installer for \"%1\": %2").arg(platform, refusal));
+        //: %1 is the system's key in the release feed file ("linux", "windows"), %2 what is wrong with its entry.
+        return fail(
+            error, QCoreApplication::translate("ReleaseFeed", "installer for \"%1\": %2").arg(platform, refusal));
 
     // fromHex() skips what is not a hex digit, so the shape is checked first.
     static const QRegularExpression hexDigest(QRegularExpression::anchoredPattern(QStringLiteral("[0-9A-Fa-f]{64}")));
     if (!hexDigest.match(digest).hasMatch())
-        return fail(error, QStringLiteral("installer for \"%1\": \"sha256\" is not 64 hexadecimal digits").arg(platform));
+        //: %1 is the system's key in the release feed file ("linux", "windows"); "sha256" is a key of that file and
+        //: stays as it is.
+        return fail(error,
+            QCoreApplication::translate("ReleaseFeed", "installer for \"%1\": \"sha256\" is not 64 hexadecimal digits")
+                .arg(platform));
 
     installer->url = url;
     installer->sha256 = QByteArray::fromHex(digest.toLatin1());
@@ -74,11 +89,15 @@ std::optional<Release> parseDocument(const QByteArray &document, const QString &
     QJsonParseError parseError;
     const QJsonDocument json = QJsonDocument::fromJson(document, &parseError);
     if (parseError.error != QJsonParseError::NoError) {
-        fail(error, QStringLiteral("not valid JSON (%1 at offset %2)").arg(parseError.errorString()).arg(parseError.offset));
+        //: %1 is the JSON reader's own message, %2 the position in the file where it stopped.
+        fail(error,
+            QCoreApplication::translate("ReleaseFeed", "not valid JSON (%1 at offset %2)")
+                .arg(parseError.errorString())
+                .arg(parseError.offset));
         return std::nullopt;
     }
     if (!json.isObject()) {
-        fail(error, QStringLiteral("the document is not a JSON object"));
+        fail(error, QCoreApplication::translate("ReleaseFeed", "the document is not a JSON object"));
         return std::nullopt;
     }
     const QJsonObject root = json.object();
@@ -89,23 +108,29 @@ std::optional<Release> parseDocument(const QByteArray &document, const QString &
         || !readText(root, QStringLiteral("buildDate"), &release.buildDate, error))
         return std::nullopt;
     if (release.version.size() > maximumVersionLength) {
-        fail(error, QStringLiteral("\"version\" is too long"));
+        //: The word in quotes is a key of the release feed file and stays as it is.
+        fail(error, QCoreApplication::translate("ReleaseFeed", "\"version\" is too long"));
         return std::nullopt;
     }
     if (!looksLikeBuildDate(release.buildDate)) {
-        fail(error, QStringLiteral("\"buildDate\" is not of the form NN.NNNN"));
+        //: "buildDate" is a key of the release feed file and stays as it is; NN.NNNN shows the form of its value (two
+        //: digits, a dot, four digits).
+        fail(error, QCoreApplication::translate("ReleaseFeed", "\"buildDate\" is not of the form NN.NNNN"));
         return std::nullopt;
     }
 
     const QJsonValue installers = root.value(QStringLiteral("installers"));
     if (!installers.isObject()) {
-        fail(error, QStringLiteral("\"installers\" is missing or not an object"));
+        //: The word in quotes is a key of the release feed file and stays as it is.
+        fail(error, QCoreApplication::translate("ReleaseFeed", "\"installers\" is missing or not an object"));
         return std::nullopt;
     }
     if (!platform.isEmpty() && installers.toObject().contains(platform)) {
         const QJsonValue entry = installers.toObject().value(platform);
         if (!entry.isObject()) {
-            fail(error, QStringLiteral("installer for \"%1\" is not an object").arg(platform));
+            //: %1 is the system's key in the release feed file ("linux", "windows").
+            fail(error,
+                QCoreApplication::translate("ReleaseFeed", "installer for \"%1\" is not an object").arg(platform));
             return std::nullopt;
         }
         Installer installer;
@@ -164,13 +189,16 @@ bool isNewer(const Release &release, int releaseNumber, const QString &text)
 QString addressRefusal(const QUrl &url)
 {
     if (!url.isValid() || url.isRelative() || url.host().isEmpty())
-        return QStringLiteral("\"%1\" is not a usable address").arg(url.toString());
+        //: %1 is a web address. Shown inside "The update address %1." and similar messages.
+        return QCoreApplication::translate("ReleaseFeed", "\"%1\" is not a usable address").arg(url.toString());
     const QString scheme = url.scheme().toLower();
     if (scheme == QLatin1String("https"))
         return QString();
     if (scheme == QLatin1String("http") && url.host() == QLatin1String("127.0.0.1"))
         return QString();
-    return QStringLiteral("\"%1\" was refused: only secure https addresses are accepted").arg(url.toString());
+    //: %1 is a web address. Shown inside "The update address %1." and similar messages.
+    return QCoreApplication::translate("ReleaseFeed", "\"%1\" was refused: only secure https addresses are accepted")
+        .arg(url.toString());
 }
 
 } // namespace ReleaseFeed

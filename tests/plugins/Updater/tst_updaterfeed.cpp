@@ -10,6 +10,7 @@
 #include <QSettings>
 #include <QStandardPaths>
 #include <QTest>
+#include <QTranslator>
 
 namespace {
 
@@ -75,6 +76,7 @@ private slots:
     void addresses_data();
     void addresses();
     void installerNameSuitsTheSystem();
+    void reasonsSpeakTheInstalledLanguage();
 
     void settingsDefaultToThePublishedFeed();
     void settingsOverrideFeedAndTimeout();
@@ -282,6 +284,38 @@ void TestUpdaterFeed::installerNameSuitsTheSystem()
 #else
     QSKIP("no installer is published for this system");
 #endif
+}
+
+// The reasons go into the plug-in's translated boxes ("The update address
+// %1."), so they follow the catalogue the application installed, nested ones
+// too, and are English again without it.
+void TestUpdaterFeed::reasonsSpeakTheInstalledLanguage()
+{
+    const QUrl plainHttp(QStringLiteral("http://192.0.2.1/feed.json"));
+    const QByteArray plainHttpInstaller
+        = feedWith("https://updates.kestrel-downloader.example/2.0.024/kestrel", "http://192.0.2.1/kestrel");
+    QString refusal;
+    QString feedError;
+    QString installerError;
+    {
+        QTranslator german;
+        QVERIFY(german.load(QStringLiteral("kestrel_de"), QStringLiteral(KESTREL_CATALOGUE_FOLDER)));
+        QVERIFY(QCoreApplication::installTranslator(&german));
+        refusal = ReleaseFeed::addressRefusal(plainHttp);
+        ReleaseFeed::parse(QByteArray("[2024]"), QStringLiteral("linux"), &feedError);
+        ReleaseFeed::parse(plainHttpInstaller, QStringLiteral("linux"), &installerError);
+        QCoreApplication::removeTranslator(&german);
+    }
+    QCOMPARE(refusal,
+        QStringLiteral(
+            "„http://192.0.2.1/feed.json“ wurde abgelehnt: Es werden nur sichere https-Adressen akzeptiert"));
+    QCOMPARE(feedError, QStringLiteral("Das Dokument ist kein JSON-Objekt"));
+    QCOMPARE(installerError,
+        QStringLiteral("Installationsprogramm für „linux“: „http://192.0.2.1/kestrel-downloader_2.0.024_amd64.deb“ "
+                       "wurde abgelehnt: Es werden nur sichere https-Adressen akzeptiert"));
+
+    QCOMPARE(ReleaseFeed::addressRefusal(plainHttp),
+        QStringLiteral("\"http://192.0.2.1/feed.json\" was refused: only secure https addresses are accepted"));
 }
 
 void TestUpdaterFeed::settingsDefaultToThePublishedFeed()

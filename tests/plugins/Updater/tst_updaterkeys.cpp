@@ -13,6 +13,7 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTranslator>
 
 #ifndef KESTREL_UPDATER_SOURCES
 #error "KESTREL_UPDATER_SOURCES must name plugin-libs/Updater"
@@ -46,6 +47,7 @@ private slots:
     void installerFolderLiesInTheUsersOwnPlace();
     void onlyFilesInTheInstallerFolderMayStart_data();
     void onlyFilesInTheInstallerFolderMayStart();
+    void startRefusalSpeaksTheInstalledLanguage();
 
 private:
     QByteArray keyFingerprint(const QByteArray &key) const;
@@ -321,6 +323,24 @@ void TestUpdaterKeys::onlyFilesInTheInstallerFolderMayStart()
     QFETCH(QString, path);
     QFETCH(bool, mayStart);
     QCOMPARE(InstallerFolder::startRefusal(path).isEmpty(), mayStart);
+}
+
+// The refusal goes into the plug-in's translated box ("The installer was not
+// started: %1."), so it follows the catalogue the application installed.
+void TestUpdaterKeys::startRefusalSpeaksTheInstalledLanguage()
+{
+    const QString outside = QStringLiteral("KestrelD.exe");
+    QString refusal;
+    {
+        QTranslator german;
+        QVERIFY(german.load(QStringLiteral("kestrel_de"), QStringLiteral(KESTREL_CATALOGUE_FOLDER)));
+        QVERIFY(QCoreApplication::installTranslator(&german));
+        refusal = InstallerFolder::startRefusal(outside);
+        QCoreApplication::removeTranslator(&german);
+    }
+    QCOMPARE(refusal, QStringLiteral("„KestrelD.exe“ liegt nicht im eigenen Ordner des Installationsprogramms"));
+    QCOMPARE(InstallerFolder::startRefusal(outside),
+        QStringLiteral("\"KestrelD.exe\" does not lie in the installer's own folder"));
 }
 
 KESTREL_TEST_MAIN(TestUpdaterKeys)
