@@ -45,6 +45,10 @@ for bench in startup memory toolrun formats memorygrowth feltspeed; do
 done
 
 echo
+echo "== first video on a new installation"
+"$source_dir/bench/firstvideo.sh" "$build_dir/src/kestreldl2" || failed+=("firstvideo")
+
+echo
 echo "== tool start forms"
 "$source_dir/bench/startforms.sh" || failed+=("startforms")
 
