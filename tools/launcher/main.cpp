@@ -150,16 +150,36 @@ void forceUtf8Output()
     Launcher::setEnvironment("PYTHONUTF8", "1");
 }
 
-// Refreshes the managed copies in a child of the launcher while the tool
-// runs; started once the tool runs, so that the run keeps the copy it
-// chose. The child dies with the launcher (an interrupted install leaves the
-// installed copies as they were), writes nothing anywhere the application
-// reads, and gives up at once when another launcher is updating.
-void startRefresh(Launcher::ManagedTools &managed, bool withRuntime)
+// The launcher's own command line for a refresh beside a tool run: not an
+// option of the tool's, and never one the application gives.
+const char backgroundRefreshOption[] = "--kestrel-background-refresh";
+
+// A refresh may take four downloads of at most ten minutes each and two
+// version checks; past this it is ended, and counts as a failed attempt.
+constexpr int backgroundRefreshSeconds = 45 * 60;
+
+// Refreshes the managed copies in a launcher process of its own, started
+// once the tool runs, so that the run keeps the copy it chose. It outlives
+// the run, so that a short run does not cut a long download short and make
+// the next run start it again from nothing.
+void startRefresh()
 {
-    Launcher::startBesideRun([&managed, withRuntime] {
-        managed.update(withRuntime, Launcher::FolderLock::Wait::NotAtAll);
-    });
+    Launcher::startBesideRun({backgroundRefreshOption});
+}
+
+// The refresh that startRefresh() starts: one at a time (it gives up at once
+// when another launcher is updating), ended by its own deadline, its
+// outcome in the log only.
+[[noreturn]] void refreshInBackground(const std::string &folder)
+{
+    Launcher::endAfter(backgroundRefreshSeconds);
+    Launcher::ManagedTools managed(folder);
+    Launcher::KnowledgeCache knowledge(folder);
+    const bool withRuntime = !systemRuntime(knowledge);
+    knowledge.saveIfLearnt();
+    const Launcher::ManagedTools::Outcome outcome = managed.update(withRuntime, Launcher::FolderLock::Wait::NotAtAll);
+    note(std::string("background refresh ") + (outcome.ok ? "done: " : "refused: ") + outcome.message);
+    std::exit(0);
 }
 
 // kestreldl2 --update: installs or updates the managed tool, and the managed
@@ -170,7 +190,8 @@ void startRefresh(Launcher::ManagedTools &managed, bool withRuntime)
     Launcher::KnowledgeCache knowledge(folder);
     const bool withRuntime = !systemRuntime(knowledge);
     knowledge.saveIfLearnt();
-    const Launcher::ManagedTools::Outcome outcome = managed.update(withRuntime, Launcher::FolderLock::Wait::UntilFree);
+    const Launcher::ManagedTools::Outcome outcome
+        = managed.update(withRuntime, Launcher::FolderLock::Wait::UpToHalfAMinute);
     if (!outcome.ok) {
         note("update refused: " + outcome.message);
         Launcher::endAsCrash();
@@ -315,7 +336,7 @@ ToolChoice chooseTool(Launcher::ManagedTools &managed, bool withRuntime, std::st
     const std::time_t now = std::time(nullptr);
     if (!managed.hasTool() && managed.mayTryInstall(now)) {
         const Launcher::ManagedTools::Outcome outcome
-            = managed.update(withRuntime, Launcher::FolderLock::Wait::UntilFree);
+            = managed.update(withRuntime, Launcher::FolderLock::Wait::UpToHalfAMinute);
         if (!outcome.ok)
             note("cannot install the managed yt-dlp (" + outcome.message + "); using the system's yt-dlp");
     }
@@ -328,13 +349,18 @@ ToolChoice chooseTool(Launcher::ManagedTools &managed, bool withRuntime, std::st
 
 int main(int argc, char *argv[])
 {
-    Launcher::endRunOnStop();
+    const std::vector<std::string> given = Launcher::commandLineArguments(argc, argv);
+    const bool backgroundRefresh = given == std::vector<std::string>{backgroundRefreshOption};
+    // The refresh is not tied to the run that started it.
+    if (!backgroundRefresh)
+        Launcher::endRunOnStop();
 
     const std::string folder = Launcher::ownFolder();
     Launcher::ToolLog log(folder);
     launcherLog = &log;
+    if (backgroundRefresh)
+        refreshInBackground(folder);
     takeFreshCopies(folder, argv);
-    const std::vector<std::string> given = Launcher::commandLineArguments(argc, argv);
     if (given == std::vector<std::string>{"--update"})
         updateManagedCopies(folder);
 
@@ -369,7 +395,7 @@ int main(int argc, char *argv[])
     CachedRun cachedRun(folder, given);
     const std::optional<Launcher::ChildEnd> end = cachedRun.run(tool.path, arguments, log, &error, [&] {
         if (tool.dueForRefresh)
-            startRefresh(managed, withRuntime);
+            startRefresh();
     });
     if (tool.managed)
         managed.settleAfterRun(end && !end->crashed());

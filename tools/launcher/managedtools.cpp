@@ -26,7 +26,6 @@ constexpr std::uint64_t maxProgramBytes = 512ull * 1024 * 1024;
 // The tool's one-file build unpacks itself before it answers: generous.
 constexpr int versionTimeoutMs = 120000;
 constexpr std::time_t refreshAfterSeconds = 7 * 24 * 3600;
-constexpr std::time_t retryAfterSeconds = 3600;
 
 using Outcome = ManagedTools::Outcome;
 
@@ -80,25 +79,31 @@ Outcome ManagedTools::update(bool withRuntime, FolderLock::Wait wait)
 {
     const FolderLock lock(m_folder, wait);
     if (!lock.isHeld())
-        return refused("kestreldl2.lock", wait == FolderLock::Wait::UntilFree
-                                              ? "cannot lock " + m_folder + ": " + lastErrorText()
+        return refused("kestreldl2.lock", wait == FolderLock::Wait::UpToHalfAMinute
+                                              ? "another update is still running after 30 seconds"
                                               : "another update is running");
     ScratchFile::removeLeftovers(m_folder);
 
+    // The attempt counts as failed until it has succeeded, so that one that
+    // is killed, or whose success cannot be written down, still makes the
+    // next one wait; one that could not even be counted is not made.
     InstallState state = InstallState::load(m_folder);
+    state.lastFailure = std::time(nullptr);
+    ++state.failures;
+    if (!state.save(m_folder))
+        return refused("kestreldl2.state", "cannot write into " + m_folder);
     Outcome outcome = updateTool();
     if (outcome.ok && withRuntime) {
         const Outcome runtime = updateRuntime(state);
         outcome = runtime.ok ? Outcome{true, outcome.message + "; " + runtime.message} : runtime;
     }
-    const std::time_t now = std::time(nullptr);
-    if (outcome.ok) {
-        state.lastCheck = now;
-        state.lastFailure = 0;
-    } else {
-        state.lastFailure = now;
-    }
-    state.save(m_folder);
+    if (!outcome.ok)
+        return outcome;
+    state.lastCheck = std::time(nullptr);
+    state.lastFailure = 0;
+    state.failures = 0;
+    if (!state.save(m_folder))
+        return refused("kestreldl2.state", "cannot write into " + m_folder + "; the attempt counts as failed");
     return outcome;
 }
 
@@ -217,13 +222,12 @@ bool ManagedTools::installFile(ScratchFile &file, const std::string &target, std
 bool ManagedTools::isDueForRefresh(std::time_t now) const
 {
     const InstallState state = InstallState::load(m_folder);
-    return state.lastCheck > now || now - state.lastCheck >= refreshAfterSeconds;
+    return state.mayAttempt(now) && (state.lastCheck > now || now - state.lastCheck >= refreshAfterSeconds);
 }
 
 bool ManagedTools::mayTryInstall(std::time_t now) const
 {
-    const InstallState state = InstallState::load(m_folder);
-    return state.lastFailure > now || now - state.lastFailure >= retryAfterSeconds;
+    return InstallState::load(m_folder).mayAttempt(now);
 }
 
 void ManagedTools::settleAfterRun(bool ranWell)
