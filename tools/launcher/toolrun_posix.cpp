@@ -169,12 +169,16 @@ void startBesideRun(const std::vector<std::string> &arguments)
         argv.push_back(const_cast<char *>(argument.c_str()));
     argv.push_back(nullptr);
     // Started through a middle process that ends at once, so that the
-    // process that does the work is no child of the launcher's, whose run
-    // waits for its own children.
+    // process that does the work is no child of the launcher's: the system,
+    // not the run, reaps it when it ends.
     const pid_t middle = ::fork();
     if (middle < 0)
         return;
     if (middle == 0) {
+        // The run's handlers belong to the launcher that waits for the tool:
+        // a stop reaching this process must not end the tool's group.
+        for (const int signal : {SIGTERM, SIGINT, SIGHUP, SIGCHLD})
+            ::signal(signal, SIG_DFL);
         ::setsid();
         // Before the launcher goes on: from then on nothing of its holds
         // the run's streams.
