@@ -25,6 +25,8 @@
 
 #include <csignal>
 
+#include <unistd.h>
+
 namespace {
 
 const char toolAsset[] = "yt-dlp_linux";
@@ -347,6 +349,8 @@ void TestToolRetries::refreshOutlivesTheRunThatStartedIt()
     QCOMPARE(installedTool(), ReleaseScripts::tool(QStringLiteral("2026.11.01")));
     const QList<qint64> refresh = ProcessProbe::runningProcessesOf(launcher());
     QCOMPARE(refresh.size(), 1);
+    // In a session of its own, apart from the run's.
+    QVERIFY(::getsid(pid_t(refresh.first())) != ::getsid(0));
     // It holds none of the run's streams, which the application reads to
     // their end.
     for (const char *stream : {"0", "1", "2"}) {
