@@ -9,6 +9,8 @@ LOG_FILE. How a file is served is read, at each request, from
   truncate   announces the whole length, sends half of it, and closes
   slow       sends the body in 64 KiB pieces, a tenth of a second apart
   throttled  sends the body at 2 MB/s, 200 kB a tenth of a second (an ordinary line)
+  trickle    sends the body one byte a second
+  fail       answers 503 Service Unavailable
 
 Stops by itself after an hour, and when killed.
 
@@ -56,6 +58,12 @@ def make_handler(folder, log_path):
             with open(path, "rb") as source:
                 body = source.read()
             how = behaviours(folder).get(name, "")
+            if how == "fail":
+                self.send_response(503)
+                self.send_header("Content-Length", "0")
+                self.send_header("Connection", "close")
+                self.end_headers()
+                return
             self.send_response(200)
             self.send_header("Content-Type", "application/octet-stream")
             self.send_header("Content-Length", str(len(body)))
@@ -70,6 +78,11 @@ def make_handler(folder, log_path):
                         self.wfile.write(body[start : start + piece])
                         self.wfile.flush()
                         time.sleep(0.1)
+                elif how == "trickle":
+                    for start in range(len(body)):
+                        self.wfile.write(body[start : start + 1])
+                        self.wfile.flush()
+                        time.sleep(1)
                 else:
                     self.wfile.write(body)
             except (BrokenPipeError, ConnectionResetError):

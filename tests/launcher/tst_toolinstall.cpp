@@ -122,6 +122,9 @@ void TestToolInstall::badReleaseIsRefused_data()
     QTest::newRow("runtime archive tampered")
         << "runtime" << QByteArray("deno-x86_64-unknown-linux-gnu.zip: SHA-256 does not match "
                                    "deno-x86_64-unknown-linux-gnu.zip.sha256sum");
+    QTest::newRow("runtime zip bomb") << "bomb"
+                                      << QByteArray("deno-x86_64-unknown-linux-gnu.zip: deno unpacks to more than "
+                                                    "314572800 bytes (zip bomb)");
 }
 
 void TestToolInstall::badReleaseIsRefused()
@@ -161,6 +164,20 @@ void TestToolInstall::badReleaseIsRefused()
         QFile archive(feed().folder() + QLatin1Char('/') + QLatin1String(LocalReleaseFeed::runtimeArchive()));
         QVERIFY(archive.open(QIODevice::Append));
         archive.write("appended");
+    } else if (damage == QLatin1String("bomb")) {
+        // A megabyte of zeros past the cap: a zip of about 300 KB.
+        const QString script = QStringLiteral(
+            "import hashlib, sys, zipfile\n"
+            "with zipfile.ZipFile(sys.argv[1], 'w', zipfile.ZIP_DEFLATED) as z:\n"
+            "    with z.open('deno', 'w', force_zip64=True) as entry:\n"
+            "        for _ in range(301): entry.write(bytes(1 << 20))\n"
+            "open(sys.argv[1] + '.sha256sum', 'w').write(\n"
+            "    hashlib.sha256(open(sys.argv[1], 'rb').read()).hexdigest() + '  ' + sys.argv[2] + '\\n')\n");
+        QCOMPARE(QProcess::execute(QStringLiteral("python3"),
+                                   {QStringLiteral("-c"), script,
+                                    feed().folder() + QLatin1Char('/') + QLatin1String(LocalReleaseFeed::runtimeArchive()),
+                                    QLatin1String(LocalReleaseFeed::runtimeArchive())}),
+                 0);
     }
 
     const RunResult result = update();

@@ -18,13 +18,23 @@ struct Result
     std::string problem;
 };
 
+// How long a download may take, so that a slow or stuck server never holds
+// a run: it ends at the deadline, and it counts as stalled when less than
+// minimumBytesPerSecond arrived on average over rateWindowSeconds.
+struct Limits
+{
+    int deadlineSeconds = 600;
+    std::uint64_t minimumBytesPerSecond = 10 * 1024;
+    int rateWindowSeconds = 30;
+};
+
 // Writes the body at address into the open file descriptor fd. A body
-// larger than maxBytes, an HTTP status other than 200, a transfer that
-// stalls for a minute or ends before its announced length fails.
-Result toFile(const std::string &address, int fd, std::uint64_t maxBytes);
+// larger than maxBytes, an HTTP status other than 200, a transfer past the
+// limits or one that ends before its announced length fails.
+Result toFile(const std::string &address, int fd, std::uint64_t maxBytes, const Limits &limits = {});
 
 // The body at address, up to maxBytes.
-Result toText(const std::string &address, std::string *text, std::uint64_t maxBytes);
+Result toText(const std::string &address, std::string *text, std::uint64_t maxBytes, const Limits &limits = {});
 
 } // namespace Fetch
 

@@ -1,5 +1,6 @@
 #include "fetch.h"
 
+#include "transferpace.h"
 #include "writeall.h"
 
 #include <curl/curl.h>
@@ -14,8 +15,6 @@ namespace Launcher::Fetch {
 
 namespace {
 
-// Seconds below one byte a second after which a transfer counts as stalled.
-constexpr long stallSeconds = 60;
 constexpr long connectSeconds = 30;
 
 struct Sink
@@ -70,7 +69,25 @@ bool isLoopbackHttp(const std::string &address)
     return loopback;
 }
 
-Result run(const std::string &address, Sink &sink)
+// curl ends a transfer past either limit with the same code: the time
+// spent tells them apart, and a connection never made is neither. curl
+// starts its deadline's clock a little before the one it reports the total
+// time by, so the deadline is taken as reached a second early.
+std::string timeoutProblem(CURL *curl, const Fetch::Limits &limits, const char *errorText)
+{
+    constexpr curl_off_t microseconds = 1000000;
+    curl_off_t connected = 0;
+    curl_off_t total = 0;
+    curl_easy_getinfo(curl, CURLINFO_CONNECT_TIME_T, &connected);
+    curl_easy_getinfo(curl, CURLINFO_TOTAL_TIME_T, &total);
+    if (connected == 0)
+        return errorText;
+    if (total + microseconds >= curl_off_t(limits.deadlineSeconds) * microseconds)
+        return TransferPace::pastDeadline(limits);
+    return TransferPace::stalled(limits);
+}
+
+Result run(const std::string &address, Sink &sink, const Fetch::Limits &limits)
 {
     static const bool ready = curl_global_init(CURL_GLOBAL_DEFAULT) == CURLE_OK;
     if (!ready)
@@ -87,8 +104,9 @@ Result run(const std::string &address, Sink &sink)
     curl_easy_setopt(curl, CURLOPT_FOLLOWLOCATION, 1L);
     curl_easy_setopt(curl, CURLOPT_MAXREDIRS, 10L);
     curl_easy_setopt(curl, CURLOPT_CONNECTTIMEOUT, connectSeconds);
-    curl_easy_setopt(curl, CURLOPT_LOW_SPEED_LIMIT, 1L);
-    curl_easy_setopt(curl, CURLOPT_LOW_SPEED_TIME, stallSeconds);
+    curl_easy_setopt(curl, CURLOPT_TIMEOUT, long(limits.deadlineSeconds));
+    curl_easy_setopt(curl, CURLOPT_LOW_SPEED_LIMIT, long(limits.minimumBytesPerSecond));
+    curl_easy_setopt(curl, CURLOPT_LOW_SPEED_TIME, long(limits.rateWindowSeconds));
     curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);
     curl_easy_setopt(curl, CURLOPT_FAILONERROR, 1L);
     curl_easy_setopt(curl, CURLOPT_USERAGENT, "kestreldl2");
@@ -99,6 +117,8 @@ Result run(const std::string &address, Sink &sink)
     const CURLcode code = curl_easy_perform(curl);
     long status = 0;
     curl_easy_getinfo(curl, CURLINFO_RESPONSE_CODE, &status);
+    const std::string timedOut
+        = code == CURLE_OPERATION_TIMEDOUT ? timeoutProblem(curl, limits, errorText) : std::string();
     curl_easy_cleanup(curl);
 
     if (sink.tooLarge)
@@ -109,6 +129,8 @@ Result run(const std::string &address, Sink &sink)
         return {false, "download cut short"};
     if (code == CURLE_UNSUPPORTED_PROTOCOL)
         return {false, "not an HTTPS address: " + address};
+    if (!timedOut.empty())
+        return {false, timedOut};
     if (code != CURLE_OK)
         return {false, errorText[0] ? std::string(errorText) : std::string(curl_easy_strerror(code))};
     if (status != 200)
@@ -118,21 +140,21 @@ Result run(const std::string &address, Sink &sink)
 
 } // namespace
 
-Result toFile(const std::string &address, int fd, std::uint64_t maxBytes)
+Result toFile(const std::string &address, int fd, std::uint64_t maxBytes, const Limits &limits)
 {
     Sink sink;
     sink.fd = fd;
     sink.maxBytes = maxBytes;
-    return run(address, sink);
+    return run(address, sink, limits);
 }
 
-Result toText(const std::string &address, std::string *text, std::uint64_t maxBytes)
+Result toText(const std::string &address, std::string *text, std::uint64_t maxBytes, const Limits &limits)
 {
     text->clear();
     Sink sink;
     sink.text = text;
     sink.maxBytes = maxBytes;
-    return run(address, sink);
+    return run(address, sink, limits);
 }
 
 } // namespace Launcher::Fetch

@@ -1,5 +1,6 @@
 #include "fetch.h"
 
+#include "transferpace.h"
 #include "widetext.h"
 
 #include <windows.h>
@@ -17,8 +18,6 @@ namespace Launcher::Fetch {
 
 namespace {
 
-// Milliseconds without a byte after which a transfer counts as stalled.
-constexpr DWORD stallMilliseconds = 60 * 1000;
 constexpr DWORD connectMilliseconds = 30 * 1000;
 constexpr DWORD maxRedirects = 10;
 
@@ -125,8 +124,12 @@ std::optional<std::uint64_t> announcedLength(HINTERNET request)
     return value;
 }
 
-Result run(const std::string &address, Sink &sink)
+Result run(const std::string &address, Sink &sink, const Fetch::Limits &limits)
 {
+    TransferPace pace(limits, TransferPace::Clock::now());
+    // A read that waits a whole rate window for its first byte has stalled;
+    // one that returns sooner is judged by the pace.
+    const int windowMilliseconds = limits.rateWindowSeconds * 1000;
     const std::wstring wideAddress = toWide(address);
     URL_COMPONENTS parts = {};
     parts.dwStructSize = sizeof parts;
@@ -151,7 +154,7 @@ Result run(const std::string &address, Sink &sink)
     const Handle session(WinHttpOpen(L"kestreldl2", access, WINHTTP_NO_PROXY_NAME, WINHTTP_NO_PROXY_BYPASS, 0));
     if (!session
         || !WinHttpSetTimeouts(session.get(), int(connectMilliseconds), int(connectMilliseconds),
-                               int(stallMilliseconds), int(stallMilliseconds)))
+                               windowMilliseconds, windowMilliseconds))
         return {false, "the download library cannot start"};
     const Handle connection(WinHttpConnect(session.get(), host.c_str(), parts.nPort, 0));
     if (!connection)
@@ -167,7 +170,7 @@ Result run(const std::string &address, Sink &sink)
         secure ? WINHTTP_OPTION_REDIRECT_POLICY_DISALLOW_HTTPS_TO_HTTP : WINHTTP_OPTION_REDIRECT_POLICY_NEVER;
     if (!request || !setNumber(request.get(), WINHTTP_OPTION_REDIRECT_POLICY, redirectPolicy)
         || !setNumber(request.get(), WINHTTP_OPTION_MAX_HTTP_AUTOMATIC_REDIRECTS, maxRedirects)
-        || !setNumber(request.get(), WINHTTP_OPTION_RECEIVE_RESPONSE_TIMEOUT, stallMilliseconds))
+        || !setNumber(request.get(), WINHTTP_OPTION_RECEIVE_RESPONSE_TIMEOUT, DWORD(windowMilliseconds)))
         return {false, "the download library cannot start"};
 
     if (!WinHttpSendRequest(request.get(), WINHTTP_NO_ADDITIONAL_HEADERS, 0, WINHTTP_NO_REQUEST_DATA, 0, 0, 0))
@@ -189,13 +192,16 @@ Result run(const std::string &address, Sink &sink)
         if (!WinHttpReadData(request.get(), buffer.data(), DWORD(buffer.size()), &n)) {
             const DWORD code = GetLastError();
             if (code == ERROR_WINHTTP_TIMEOUT)
-                return {false, "download stalled"};
+                return {false, pace.problem(sink.written, TransferPace::Clock::now())
+                                   .value_or(TransferPace::stalled(limits))};
             if (announced && sink.written < *announced)
                 return {false, "download cut short"};
             return {false, "download failed: " + errorText(code)};
         }
         if (n == 0 || !receive(sink, buffer.data(), n))
             break;
+        if (const std::optional<std::string> problem = pace.problem(sink.written, TransferPace::Clock::now()))
+            return {false, *problem};
     }
 
     if (sink.tooLarge)
@@ -209,21 +215,21 @@ Result run(const std::string &address, Sink &sink)
 
 } // namespace
 
-Result toFile(const std::string &address, int fd, std::uint64_t maxBytes)
+Result toFile(const std::string &address, int fd, std::uint64_t maxBytes, const Limits &limits)
 {
     Sink sink;
     sink.fd = fd;
     sink.maxBytes = maxBytes;
-    return run(address, sink);
+    return run(address, sink, limits);
 }
 
-Result toText(const std::string &address, std::string *text, std::uint64_t maxBytes)
+Result toText(const std::string &address, std::string *text, std::uint64_t maxBytes, const Limits &limits)
 {
     text->clear();
     Sink sink;
     sink.text = text;
     sink.maxBytes = maxBytes;
-    return run(address, sink);
+    return run(address, sink, limits);
 }
 
 } // namespace Launcher::Fetch

@@ -10,7 +10,9 @@ namespace Launcher {
 class FolderLock
 {
 public:
-    enum class Wait { UntilFree, NotAtAll };
+    // A run that installs before the tool waits at most half a minute, so
+    // that a slow install elsewhere never holds a window for long.
+    enum class Wait { UpToHalfAMinute, NotAtAll };
 
     FolderLock(const std::string &folder, Wait wait);
     ~FolderLock();

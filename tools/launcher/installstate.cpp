@@ -3,6 +3,7 @@
 #include "platform.h"
 #include "scratchfile.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <sstream>
 
@@ -13,6 +14,8 @@ namespace {
 const char stateFileName[] = "kestreldl2.state";
 const std::string copiedFromKey = "copied-from:";
 constexpr std::size_t maxStateBytes = 64 * 1024;
+constexpr std::int64_t firstRetryWaitSeconds = 3600;
+constexpr std::int64_t longestRetryWaitSeconds = 24 * 3600;
 
 std::int64_t number(const std::string &text)
 {
@@ -21,7 +24,21 @@ std::int64_t number(const std::string &text)
     return end && *end == '\0' && value > 0 ? std::int64_t(value) : 0;
 }
 
+std::int64_t retryWait(int failures)
+{
+    std::int64_t wait = firstRetryWaitSeconds;
+    for (int i = 1; i < failures && wait < longestRetryWaitSeconds; ++i)
+        wait *= 2;
+    return std::min(wait, longestRetryWaitSeconds);
+}
+
 } // namespace
+
+bool InstallState::mayAttempt(std::time_t now) const
+{
+    // A failure "in the future" means the clock was put back: no wait.
+    return failures == 0 || lastFailure > now || now - lastFailure >= retryWait(failures);
+}
 
 InstallState InstallState::load(const std::string &folder)
 {
@@ -38,6 +55,8 @@ InstallState InstallState::load(const std::string &folder)
             state.lastCheck = number(value);
         else if (key == "last-failure")
             state.lastFailure = number(value);
+        else if (key == "failures")
+            state.failures = int(std::min<std::int64_t>(number(value), 1000));
         else if (key == "runtime-archive-sum")
             state.runtimeArchiveSum = value;
         else if (key == "tool-version")
@@ -47,6 +66,9 @@ InstallState InstallState::load(const std::string &folder)
         else if (key.compare(0, copiedFromKey.size(), copiedFromKey) == 0)
             state.copiedFrom[key.substr(copiedFromKey.size())] = value;
     }
+    // An older launcher kept the time of the last failure but not the count.
+    if (state.failures == 0 && state.lastFailure > 0)
+        state.failures = 1;
     return state;
 }
 
@@ -55,6 +77,7 @@ bool InstallState::save(const std::string &folder) const
     std::ostringstream text;
     text << "last-check " << lastCheck << '\n'
          << "last-failure " << lastFailure << '\n'
+         << "failures " << failures << '\n'
          << "runtime-archive-sum " << runtimeArchiveSum << '\n'
          << "tool-version " << toolVersion << '\n'
          << "highest-tool-version " << highestToolVersion << '\n';

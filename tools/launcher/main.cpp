@@ -188,17 +188,37 @@ void logWarnings(const Launcher::ManagedTools::Outcome &outcome)
     }
 }
 
-// Refreshes the managed copies in a child of the launcher while the tool
-// runs; started once the tool runs, so that the run keeps the copy it
-// chose. The child dies with the launcher (an interrupted install leaves the
-// installed copies as they were), writes nothing anywhere the application
-// reads, and gives up at once when another launcher is updating.
-void startRefresh(Launcher::ManagedTools &managed, bool withRuntime)
+// The launcher's own command line for a refresh beside a tool run: not an
+// option of the tool's, and never one the application gives.
+const char backgroundRefreshOption[] = "--kestrel-background-refresh";
+
+// A refresh may take four downloads of at most ten minutes each and two
+// version checks; past this it is ended, and counts as a failed attempt.
+constexpr int backgroundRefreshSeconds = 45 * 60;
+
+// Refreshes the managed copies in a launcher process of its own, started
+// once the tool runs, so that the run keeps the copy it chose. It outlives
+// the run, so that a short run does not cut a long download short and make
+// the next run start it again from nothing.
+void startRefresh()
 {
-    Launcher::startBesideRun([&managed, withRuntime] {
-        const Launcher::ManagedTools::Outcome outcome = managed.update(withRuntime, Launcher::FolderLock::Wait::NotAtAll);
-        logWarnings(outcome);
-    });
+    Launcher::startBesideRun({backgroundRefreshOption});
+}
+
+// The refresh that startRefresh() starts: one at a time (it gives up at once
+// when another launcher is updating), ended by its own deadline, its
+// outcome in the log only.
+[[noreturn]] void refreshInBackground(const std::string &folder)
+{
+    Launcher::endAfter(backgroundRefreshSeconds);
+    Launcher::ManagedTools managed(folder);
+    Launcher::KnowledgeCache knowledge(folder);
+    const bool withRuntime = !systemRuntime(knowledge);
+    knowledge.saveIfLearnt();
+    const Launcher::ManagedTools::Outcome outcome = managed.update(withRuntime, Launcher::FolderLock::Wait::NotAtAll);
+    logWarnings(outcome);
+    note(std::string("background refresh ") + (outcome.ok ? "done: " : "refused: ") + outcome.message);
+    std::exit(0);
 }
 
 // kestreldl2 --update: installs or updates the managed tool, and the managed
@@ -209,7 +229,8 @@ void startRefresh(Launcher::ManagedTools &managed, bool withRuntime)
     Launcher::KnowledgeCache knowledge(folder);
     const bool withRuntime = !systemRuntime(knowledge);
     knowledge.saveIfLearnt();
-    const Launcher::ManagedTools::Outcome outcome = managed.update(withRuntime, Launcher::FolderLock::Wait::UntilFree);
+    const Launcher::ManagedTools::Outcome outcome
+        = managed.update(withRuntime, Launcher::FolderLock::Wait::UpToHalfAMinute);
     for (const std::string &warning : outcome.warnings)
         note("warning: " + warning);
     if (!outcome.ok) {
@@ -426,7 +447,7 @@ ToolChoice chooseTool(Launcher::ManagedTools &managed, bool withRuntime, Launche
     const std::time_t now = std::time(nullptr);
     if (!managed.hasTool() && managed.mayTryInstall(now)) {
         const Launcher::ManagedTools::Outcome outcome
-            = managed.update(withRuntime, Launcher::FolderLock::Wait::UntilFree);
+            = managed.update(withRuntime, Launcher::FolderLock::Wait::UpToHalfAMinute);
         logWarnings(outcome);
         if (!outcome.ok)
             note("cannot install the managed yt-dlp (" + outcome.message + "); using the system's yt-dlp");
@@ -442,13 +463,18 @@ ToolChoice chooseTool(Launcher::ManagedTools &managed, bool withRuntime, Launche
 
 int main(int argc, char *argv[])
 {
-    Launcher::endRunOnStop();
+    std::vector<std::string> given = Launcher::commandLineArguments(argc, argv);
+    const bool backgroundRefresh = given == std::vector<std::string>{backgroundRefreshOption};
+    // The refresh is not tied to the run that started it.
+    if (!backgroundRefresh)
+        Launcher::endRunOnStop();
 
     const std::string folder = Launcher::ownFolder();
     Launcher::ToolLog log(folder);
     launcherLog = &log;
+    if (backgroundRefresh)
+        refreshInBackground(folder);
     takeFreshCopies(folder, argv);
-    std::vector<std::string> given = Launcher::commandLineArguments(argc, argv);
     const bool updateRun = given == std::vector<std::string>{"--update"};
     reportRedirections(updateRun);
     if (updateRun)
@@ -494,7 +520,7 @@ int main(int argc, char *argv[])
     CachedRun cachedRun(folder, kind, video);
     const std::optional<Launcher::ChildEnd> end = cachedRun.run(tool.path, arguments, log, &error, [&] {
         if (tool.dueForRefresh)
-            startRefresh(managed, withRuntime);
+            startRefresh();
     });
     managed.settleAfterRun(copies, end && !end->crashed());
     if (!end) {

@@ -25,7 +25,6 @@ constexpr std::uint64_t maxProgramBytes = 512ull * 1024 * 1024;
 // The tool's one-file build unpacks itself before it answers: generous.
 constexpr int versionTimeoutMs = 120000;
 constexpr std::time_t refreshAfterSeconds = 7 * 24 * 3600;
-constexpr std::time_t retryAfterSeconds = 3600;
 constexpr std::time_t secondsPerDay = 24 * 3600;
 // The tool is released every few weeks, and YouTube breaks old releases: a
 // feed whose newest release is older than this has stopped following them.
@@ -94,12 +93,19 @@ Outcome ManagedTools::update(bool withRuntime, FolderLock::Wait wait)
 {
     const FolderLock lock(m_folder, wait);
     if (!lock.isHeld())
-        return refused("kestreldl2.lock", wait == FolderLock::Wait::UntilFree
-                                              ? "cannot lock " + m_folder + ": " + lastErrorText()
+        return refused("kestreldl2.lock", wait == FolderLock::Wait::UpToHalfAMinute
+                                              ? "another update is still running after 30 seconds"
                                               : "another update is running");
     ScratchFile::removeLeftovers(m_folder);
 
+    // The attempt counts as failed until it has succeeded, so that one that
+    // is killed, or whose success cannot be written down, still makes the
+    // next one wait; one that could not even be counted is not made.
     InstallState state = InstallState::load(m_folder);
+    state.lastFailure = std::time(nullptr);
+    ++state.failures;
+    if (!state.save(m_folder))
+        return refused("kestreldl2.state", "cannot write into " + m_folder);
     Outcome outcome = updateTool(state);
     if (outcome.ok && withRuntime) {
         Outcome runtime = updateRuntime(state);
@@ -109,18 +115,21 @@ Outcome ManagedTools::update(bool withRuntime, FolderLock::Wait wait)
             outcome = {false, runtime.message, outcome.warnings};
     }
     const std::time_t now = std::time(nullptr);
-    if (outcome.ok) {
-        if (const std::optional<std::string> version = installedToolVersion(state))
-            if (const std::optional<std::string> stale = staleReleaseWarning(ReleaseFeed::toolAsset(), *version, now))
-                outcome.warnings.push_back(*stale);
-        state.lastCheck = now;
-        state.lastFailure = 0;
-    } else {
+    if (!outcome.ok) {
         if (const std::optional<std::string> silent = silentFeedWarning(state.lastCheck, now))
             outcome.warnings.push_back(*silent);
-        state.lastFailure = now;
+        // What was installed before the failure, its version above all, is kept.
+        state.save(m_folder);
+        return outcome;
     }
-    state.save(m_folder);
+    if (const std::optional<std::string> version = installedToolVersion(state))
+        if (const std::optional<std::string> stale = staleReleaseWarning(ReleaseFeed::toolAsset(), *version, now))
+            outcome.warnings.push_back(*stale);
+    state.lastCheck = now;
+    state.lastFailure = 0;
+    state.failures = 0;
+    if (!state.save(m_folder))
+        return refused("kestreldl2.state", "cannot write into " + m_folder + "; the attempt counts as failed");
     return outcome;
 }
 
@@ -274,13 +283,12 @@ bool ManagedTools::installFile(ScratchFile &file, const std::string &target, std
 bool ManagedTools::isDueForRefresh(std::time_t now) const
 {
     const InstallState state = InstallState::load(m_folder);
-    return state.lastCheck > now || now - state.lastCheck >= refreshAfterSeconds;
+    return state.mayAttempt(now) && (state.lastCheck > now || now - state.lastCheck >= refreshAfterSeconds);
 }
 
 bool ManagedTools::mayTryInstall(std::time_t now) const
 {
-    const InstallState state = InstallState::load(m_folder);
-    return state.lastFailure > now || now - state.lastFailure >= retryAfterSeconds;
+    return InstallState::load(m_folder).mayAttempt(now);
 }
 
 ManagedTools::CopiesInUse ManagedTools::copiesInUse(bool toolIsManaged, bool runtimeIsManaged) const

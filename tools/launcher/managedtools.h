@@ -61,12 +61,14 @@ public:
 
     // Brings the tool, and the runtime when withRuntime, up to the feeds'
     // newest verified releases. Waits for another launcher's update to end
-    // first, or gives up at once, as wait says.
+    // first, up to half a minute, or gives up at once, as wait says.
     Outcome update(bool withRuntime, FolderLock::Wait wait);
 
-    // Whether the last successful check is more than a week old.
+    // Whether the last successful check is more than a week old and no
+    // failed attempt makes the next one wait (InstallState::mayAttempt).
     bool isDueForRefresh(std::time_t now) const;
-    // Whether an install may be tried: not within an hour of a failed one.
+    // Whether an install may be tried: not while a failed attempt makes the
+    // next one wait.
     bool mayTryInstall(std::time_t now) const;
 
     // The managed copies a run starts with, told apart from later ones by

@@ -38,8 +38,16 @@ std::optional<ChildEnd> runTool(const std::string &tool, const std::vector<std::
 // replaced, it returns at once: the program serves from the next run.
 void replaceProcess(const std::string &program, char *argv[]);
 
-// Does work beside the tool run, in a process or thread of the launcher's
-// that ends with the launcher, with no standard streams of its own.
-void startBesideRun(const std::function<void()> &work);
+// Starts this launcher's own executable with arguments (without the
+// program's name) in a process of its
+// own that outlives the run: not the launcher's child (Linux: a session of
+// its own, not tied to the launcher's end; Windows: outside the launcher's
+// job where the job lets it go), with the null device as its standard
+// streams, so that it holds nothing the application reads. It is still a
+// process of this executable, which the application's stop of a run kills.
+void startBesideRun(const std::vector<std::string> &arguments);
+
+// Ends the process, however far its work has come, after seconds.
+void endAfter(int seconds);
 
 } // namespace Launcher

@@ -161,20 +161,44 @@ void replaceProcess(const std::string &program, char *argv[])
     ::execv(program.c_str(), argv);
 }
 
-void startBesideRun(const std::function<void()> &work)
+void startBesideRun(const std::vector<std::string> &arguments)
 {
-    const pid_t parent = ::getpid();
-    const pid_t pid = ::fork();
-    if (pid != 0)
+    const std::string program = executablePath();
+    std::vector<char *> argv{const_cast<char *>(program.c_str())};
+    for (const std::string &argument : arguments)
+        argv.push_back(const_cast<char *>(argument.c_str()));
+    argv.push_back(nullptr);
+    // Started through a middle process that ends at once, so that the
+    // process that does the work is no child of the launcher's: the system,
+    // not the run, reaps it when it ends.
+    const pid_t middle = ::fork();
+    if (middle < 0)
         return;
-    // The run's handlers belong to the launcher that waits for the tool.
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP, SIGCHLD})
-        std::signal(signal, SIG_DFL);
-    if (::prctl(PR_SET_PDEATHSIG, SIGKILL) != 0 || ::getppid() != parent)
+    if (middle == 0) {
+        // The run's handlers belong to the launcher that waits for the tool:
+        // a stop reaching this process must not end the tool's group.
+        for (const int signal : {SIGTERM, SIGINT, SIGHUP, SIGCHLD})
+            ::signal(signal, SIG_DFL);
+        ::setsid();
+        // Before the launcher goes on: from then on nothing of its holds
+        // the run's streams.
+        nullStreams();
+        if (::fork() == 0) {
+            sigset_t none;
+            ::sigemptyset(&none);
+            ::sigprocmask(SIG_SETMASK, &none, nullptr);
+            ::execv(program.c_str(), argv.data());
+        }
         ::_exit(0);
-    nullStreams();
-    work();
-    ::_exit(0);
+    }
+    while (::waitpid(middle, nullptr, 0) < 0 && errno == EINTR) {
+    }
+}
+
+void endAfter(int seconds)
+{
+    ::signal(SIGALRM, SIG_DFL);
+    ::alarm(unsigned(seconds));
 }
 
 std::optional<ChildEnd> runTool(const std::string &tool, const std::vector<std::string> &arguments, ToolLog &log,

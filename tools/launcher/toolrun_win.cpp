@@ -1,7 +1,9 @@
 #include "toolrun.h"
 
+#include "commandline.h"
 #include "platform.h"
 #include "toollog.h"
+#include "widetext.h"
 #include "windowschild.h"
 #include "writeall.h"
 
@@ -136,9 +138,37 @@ void replaceProcess(const std::string &, char *[])
 {
 }
 
-void startBesideRun(const std::function<void()> &work)
+void startBesideRun(const std::vector<std::string> &arguments)
 {
-    std::thread(work).detach();
+    const std::string path = executablePath();
+    std::vector<std::string> argv{path};
+    argv.insert(argv.end(), arguments.begin(), arguments.end());
+    const std::wstring program = toWide(path);
+    std::wstring commandLine = toWide(windowsCommandLine(argv));
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    // No handles at all: none of the run's streams stays open in it.
+    startup.dwFlags = STARTF_USESTDHANDLES;
+    const DWORD flags = DETACHED_PROCESS | CREATE_NEW_PROCESS_GROUP | CREATE_UNICODE_ENVIRONMENT;
+    PROCESS_INFORMATION created{};
+    // Out of the job the launcher may run in, so that closing the job at
+    // the run's end does not end the refresh; a job that forbids this keeps
+    // it, and the refresh then ends with the job.
+    if (!CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE,
+                        flags | CREATE_BREAKAWAY_FROM_JOB, nullptr, nullptr, &startup, &created)
+        && !CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE, flags, nullptr, nullptr,
+                           &startup, &created))
+        return;
+    CloseHandle(created.hThread);
+    CloseHandle(created.hProcess);
+}
+
+void endAfter(int seconds)
+{
+    std::thread([seconds] {
+        Sleep(DWORD(seconds) * 1000);
+        endNow(1);
+    }).detach();
 }
 
 } // namespace Launcher

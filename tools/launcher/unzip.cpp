@@ -18,7 +18,12 @@ std::string archiveProblem(archive *reader)
     return text ? std::string(text) : std::string("unreadable archive");
 }
 
-bool extractFrom(int archiveFd, const std::string &entryName, int fd, std::string *problem)
+std::string tooLarge(const std::string &entryName, std::uint64_t maxBytes)
+{
+    return entryName + " unpacks to more than " + std::to_string(maxBytes) + " bytes (zip bomb)";
+}
+
+bool extractFrom(int archiveFd, const std::string &entryName, int fd, std::string *problem, std::uint64_t maxBytes)
 {
     std::unique_ptr<archive, decltype(&archive_read_free)> reader(archive_read_new(), archive_read_free);
     if (!reader) {
@@ -47,6 +52,12 @@ bool extractFrom(int archiveFd, const std::string &entryName, int fd, std::strin
             break;
     }
 
+    if (archive_entry_size_is_set(entry) && std::uint64_t(archive_entry_size(entry)) > maxBytes) {
+        *problem = tooLarge(entryName, maxBytes);
+        return false;
+    }
+    // The header's size is the archive's word only: what is written counts.
+    std::uint64_t written = 0;
     char buffer[64 * 1024];
     for (;;) {
         const la_ssize_t n = archive_read_data(reader.get(), buffer, sizeof buffer);
@@ -54,6 +65,11 @@ bool extractFrom(int archiveFd, const std::string &entryName, int fd, std::strin
             return true;
         if (n < 0) {
             *problem = archiveProblem(reader.get());
+            return false;
+        }
+        written += std::uint64_t(n);
+        if (written > maxBytes) {
+            *problem = tooLarge(entryName, maxBytes);
             return false;
         }
         if (!writeAll(fd, buffer, std::size_t(n))) {
@@ -65,7 +81,8 @@ bool extractFrom(int archiveFd, const std::string &entryName, int fd, std::strin
 
 } // namespace
 
-bool extractZipEntry(const std::string &archivePath, const std::string &entryName, int fd, std::string *problem)
+bool extractZipEntry(const std::string &archivePath, const std::string &entryName, int fd, std::string *problem,
+                     std::uint64_t maxBytes)
 {
     // Opened here rather than by name, which the library would read in the
     // system's code page on Windows.
@@ -74,7 +91,7 @@ bool extractZipEntry(const std::string &archivePath, const std::string &entryNam
         *problem = "cannot open the archive: " + lastErrorText();
         return false;
     }
-    const bool extracted = extractFrom(archiveFd, entryName, fd, problem);
+    const bool extracted = extractFrom(archiveFd, entryName, fd, problem, maxBytes);
     closeFile(archiveFd);
     return extracted;
 }

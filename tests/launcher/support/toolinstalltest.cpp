@@ -1,6 +1,7 @@
 #include "toolinstalltest.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QRegularExpression>
 #include <QTest>
@@ -20,8 +21,6 @@ QByteArray systemTool()
            "(IFS=$'\\x1f'; printf '%s\\n' \"system$IFS$*\") >> \"$FAKE_RECORD\"\n";
 }
 
-// The launcher's notes on the variables that redirect it: "kestreldl2:
-// KESTREL_TOOL_FEED is set: ...".
 bool isRedirectionNote(const QByteArray &line)
 {
     static const QRegularExpression note(QStringLiteral("^kestreldl2: KESTREL_[A-Z_]+ is set: "));
@@ -29,6 +28,20 @@ bool isRedirectionNote(const QByteArray &line)
 }
 
 } // namespace
+
+QByteArray withoutRedirectionNotes(const QByteArray &error, QByteArrayList *notes)
+{
+    QByteArray kept;
+    for (const QByteArray &line : error.split('\n')) {
+        if (isRedirectionNote(line)) {
+            if (notes)
+                *notes << line;
+        } else if (!line.isEmpty()) {
+            kept += line + '\n';
+        }
+    }
+    return kept;
+}
 
 void ToolInstallTest::writeFile(const QString &path, const QByteArray &content, bool executable)
 {
@@ -88,18 +101,16 @@ QProcess *ToolInstallTest::startLauncher(const QStringList &arguments, const QPr
 
 RunResult ToolInstallTest::runLauncher(const QStringList &arguments, const QProcessEnvironment &environment)
 {
+    QElapsedTimer clock;
+    clock.start();
     std::unique_ptr<QProcess> process(startLauncher(arguments, environment));
     RunResult result;
-    result.finished = process->waitForFinished(120000);
+    result.finished = process->waitForFinished(150000);
+    result.milliseconds = clock.elapsed();
     result.status = process->exitStatus();
     result.exitCode = process->exitCode();
     result.out = process->readAllStandardOutput();
-    for (const QByteArray &line : process->readAllStandardError().split('\n')) {
-        if (isRedirectionNote(line))
-            result.redirections << line;
-        else if (!line.isEmpty())
-            result.err += line + '\n';
-    }
+    result.err = withoutRedirectionNotes(process->readAllStandardError(), &result.redirections);
     if (!result.finished) {
         process->kill();
         process->waitForFinished();

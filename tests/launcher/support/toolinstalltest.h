@@ -26,10 +26,16 @@ struct RunResult
     QByteArray out;
     QByteArray err;
     QByteArrayList redirections;
+    qint64 milliseconds = 0;
 
     bool crashed() const { return finished && status == QProcess::CrashExit; }
     bool succeeded() const { return finished && status == QProcess::NormalExit && exitCode == 0; }
 };
+
+// What the launcher wrote on standard error, without its notes on the
+// variables that point it at other feeds and keys ("kestreldl2:
+// KESTREL_TOOL_FEED is set: ..."), which go into *notes.
+QByteArray withoutRedirectionNotes(const QByteArray &error, QByteArrayList *notes = nullptr);
 
 // The launcher's managed copies, installed from a release feed on 127.0.0.1
 // that the test makes and signs with a throw-away key. The "release" is a
@@ -43,6 +49,9 @@ class ToolInstallTest : public QObject
 
 private slots:
     void initTestCase();
+
+protected slots:
+    // A suite that needs more of its cases calls these from its own.
     void init();
     void cleanup();
 
