@@ -81,10 +81,10 @@ void TestToolTrust::highestVersionIsRemembered()
     installRelease(QStringLiteral("2026.11.20"));
     const QString statePath = dataFolder() + QStringLiteral("/kestreldl2.state");
     const QByteArray state = readAll(statePath);
-    QVERIFY2(state.contains("\nhighest-tool-version 2026.11.20\n"), state.constData());
+    QVERIFY2(state.contains("\nhighest-tool-version:stable 2026.11.20\n"), state.constData());
     QVERIFY(feed().publishTool(ReleaseScripts::tool(QStringLiteral("2026.11.10"))));
     QVERIFY(update().crashed());
-    QVERIFY(readAll(statePath).contains("\nhighest-tool-version 2026.11.20\n"));
+    QVERIFY(readAll(statePath).contains("\nhighest-tool-version:stable 2026.11.20\n"));
 }
 
 void TestToolTrust::staleNewestReleaseIsReported()

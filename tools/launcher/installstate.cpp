@@ -13,6 +13,7 @@ namespace {
 
 const char stateFileName[] = "kestreldl2.state";
 const std::string copiedFromKey = "copied-from:";
+const std::string highestKey = "highest-tool-version:";
 constexpr std::size_t maxStateBytes = 64 * 1024;
 constexpr std::int64_t firstRetryWaitSeconds = 3600;
 constexpr std::int64_t longestRetryWaitSeconds = 24 * 3600;
@@ -61,8 +62,12 @@ InstallState InstallState::load(const std::string &folder)
             state.runtimeArchiveSum = value;
         else if (key == "tool-version")
             state.toolVersion = value;
+        else if (key == "tool-channel")
+            state.toolChannel = value;
         else if (key == "highest-tool-version")
-            state.highestToolVersion = value;
+            state.highestToolVersion["stable"] = value;
+        else if (key.compare(0, highestKey.size(), highestKey) == 0)
+            state.highestToolVersion[key.substr(highestKey.size())] = value;
         else if (key.compare(0, copiedFromKey.size(), copiedFromKey) == 0)
             state.copiedFrom[key.substr(copiedFromKey.size())] = value;
     }
@@ -80,7 +85,9 @@ bool InstallState::save(const std::string &folder) const
          << "failures " << failures << '\n'
          << "runtime-archive-sum " << runtimeArchiveSum << '\n'
          << "tool-version " << toolVersion << '\n'
-         << "highest-tool-version " << highestToolVersion << '\n';
+         << "tool-channel " << toolChannel << '\n';
+    for (const auto &[channel, version] : highestToolVersion)
+        text << highestKey << channel << ' ' << version << '\n';
     for (const auto &[name, source] : copiedFrom)
         text << copiedFromKey << name << ' ' << source << '\n';
     ScratchFile file(folder, "state");

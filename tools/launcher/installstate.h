@@ -20,10 +20,14 @@ struct InstallState
     std::int64_t lastFailure = 0;
     int failures = 0;
     std::string runtimeArchiveSum;
-    // The version of the installed tool, and the highest version ever
-    // verified and installed here: a release below it is refused.
+    // The version and channel of the installed tool, and for each channel
+    // the highest version ever verified and installed here: a release
+    // below it is refused. Another channel's versions do not count: going
+    // back from nightly builds to the releases installs the newest release,
+    // older as it is.
     std::string toolVersion;
-    std::string highestToolVersion;
+    std::string toolChannel = "stable";
+    std::map<std::string, std::string> highestToolVersion;
     // For each file the launcher copies from beside the application: the
     // identity of the source it last took the file from.
     std::map<std::string, std::string> copiedFrom;

@@ -20,6 +20,7 @@
 #include "freshcopies.h"
 #include "infocache.h"
 #include "jsruntime.h"
+#include "launchersettings.h"
 #include "managedtools.h"
 #include "platform.h"
 #include "scratchfile.h"
@@ -179,6 +180,17 @@ void forceUtf8Output()
     Launcher::setEnvironment("PYTHONUTF8", "1");
 }
 
+// The managed copies, from the channel the user's kestreldl2.conf names.
+Launcher::ManagedTools managedTools(const std::string &folder)
+{
+    const Launcher::LauncherSettings settings = Launcher::LauncherSettings::load(folder);
+    for (const std::string &problem : settings.problems) {
+        if (launcherLog)
+            launcherLog->note(problem);
+    }
+    return Launcher::ManagedTools(folder, settings.toolChannel);
+}
+
 // Into the log only: standard error belongs to the tool during a run.
 void logWarnings(const Launcher::ManagedTools::Outcome &outcome)
 {
@@ -211,7 +223,7 @@ void startRefresh()
 [[noreturn]] void refreshInBackground(const std::string &folder)
 {
     Launcher::endAfter(backgroundRefreshSeconds);
-    Launcher::ManagedTools managed(folder);
+    Launcher::ManagedTools managed = managedTools(folder);
     Launcher::KnowledgeCache knowledge(folder);
     const bool withRuntime = !systemRuntime(knowledge);
     knowledge.saveIfLearnt();
@@ -225,7 +237,7 @@ void startRefresh()
 // runtime unless the system has one that is new enough.
 [[noreturn]] void updateManagedCopies(const std::string &folder)
 {
-    Launcher::ManagedTools managed(folder);
+    Launcher::ManagedTools managed = managedTools(folder);
     Launcher::KnowledgeCache knowledge(folder);
     const bool withRuntime = !systemRuntime(knowledge);
     knowledge.saveIfLearnt();
@@ -249,7 +261,7 @@ void startRefresh()
 [[noreturn]] void prepareManagedCopies(const std::string &folder)
 {
     Launcher::lowerOwnPriority();
-    Launcher::ManagedTools managed(folder);
+    Launcher::ManagedTools managed = managedTools(folder);
     if (Launcher::environmentValue(Launcher::toolVariable()) || managed.hasTool()
         || !managed.mayTryInstall(std::time(nullptr)))
         std::exit(0);
@@ -298,7 +310,8 @@ void takeFreshCopies(const std::string &folder, char *argv[])
 // environment someone else gave the launcher does not go unseen.
 void reportRedirections(bool onStandardError)
 {
-    for (const char *name : {"KESTREL_TOOL_FEED", "KESTREL_JS_RUNTIME_FEED", "KESTREL_TOOL_KEYRING", "KESTREL_YTDLP"}) {
+    for (const char *name : {"KESTREL_TOOL_FEED", "KESTREL_TOOL_NIGHTLY_FEED", "KESTREL_JS_RUNTIME_FEED",
+                             "KESTREL_TOOL_KEYRING", "KESTREL_YTDLP"}) {
         const std::optional<std::string> value = Launcher::environmentValue(name);
         if (!value)
             continue;
@@ -486,7 +499,7 @@ int main(int argc, char *argv[])
     if (kind != Launcher::InfoCache::Run::Other && !acceptVideo(given, video))
         return 1;
 
-    Launcher::ManagedTools managed(folder);
+    Launcher::ManagedTools managed = managedTools(folder);
     Launcher::KnowledgeCache knowledge(folder);
     std::string problem;
     // Looked up once: it decides whether an install brings Deno, and which

@@ -64,8 +64,9 @@ std::optional<std::string> silentFeedWarning(std::time_t lastAnswer, std::time_t
 
 } // namespace
 
-ManagedTools::ManagedTools(std::string folder)
+ManagedTools::ManagedTools(std::string folder, std::string channel)
     : m_folder(std::move(folder))
+    , m_channel(std::move(channel))
 {
 }
 
@@ -135,7 +136,7 @@ Outcome ManagedTools::update(bool withRuntime, FolderLock::Wait wait)
 
 Outcome ManagedTools::updateTool(InstallState &state)
 {
-    const std::string feed = ReleaseFeed::toolFeed();
+    const std::string feed = ReleaseFeed::toolFeed(m_channel);
     const std::string asset = ReleaseFeed::toolAsset();
     const std::string sumsName = ReleaseFeed::sumsFile();
     const std::string signatureName = ReleaseFeed::signatureFile();
@@ -164,8 +165,10 @@ Outcome ManagedTools::updateTool(InstallState &state)
     const std::optional<std::string> sum = sumForFile(sums, asset);
     if (!sum)
         return refused(sumsName, "no line for " + asset);
-    if (hasTool() && sha256OfFile(toolPath()) == sum)
+    if (hasTool() && sha256OfFile(toolPath()) == sum) {
+        state.toolChannel = m_channel;
         return {true, asset + " is up to date"};
+    }
 
     ScratchFile download(m_folder, asset);
     if (!download.isOpen())
@@ -180,14 +183,16 @@ Outcome ManagedTools::updateTool(InstallState &state)
     const std::optional<std::string> version = firstOutputLine(download.path(), {"--version"}, versionTimeoutMs, true);
     if (!version)
         return refused(asset, "the new copy does not answer --version; the installed copy is kept");
-    if (ToolVersion::isOlder(*version, state.highestToolVersion))
-        return refused(asset, "release " + *version + " is older than release " + state.highestToolVersion
+    std::string &highest = state.highestToolVersion[m_channel];
+    if (ToolVersion::isOlder(*version, highest))
+        return refused(asset, "release " + *version + " is older than release " + highest
                                   + ", installed here before; the installed copy is kept");
     if (!installFile(download, toolPath(), &problem))
         return refused(asset, problem);
     state.toolVersion = *version;
-    if (!ToolVersion::isOlder(*version, state.highestToolVersion) && ToolVersion::isVersion(*version))
-        state.highestToolVersion = *version;
+    state.toolChannel = m_channel;
+    if (ToolVersion::isVersion(*version))
+        highest = *version;
     return {true, "installed " + asset + ' ' + *version};
 }
 
@@ -202,8 +207,9 @@ std::optional<std::string> ManagedTools::installedToolVersion(InstallState &stat
     const std::optional<std::string> version = firstOutputLine(toolPath(), {"--version"}, versionTimeoutMs, true);
     if (version && ToolVersion::isVersion(*version)) {
         state.toolVersion = *version;
-        if (!ToolVersion::isOlder(*version, state.highestToolVersion))
-            state.highestToolVersion = *version;
+        std::string &highest = state.highestToolVersion[state.toolChannel];
+        if (!ToolVersion::isOlder(*version, highest))
+            highest = *version;
     }
     return version;
 }
@@ -283,7 +289,10 @@ bool ManagedTools::installFile(ScratchFile &file, const std::string &target, std
 bool ManagedTools::isDueForRefresh(std::time_t now) const
 {
     const InstallState state = InstallState::load(m_folder);
-    return state.mayAttempt(now) && (state.lastCheck > now || now - state.lastCheck >= refreshAfterSeconds);
+    // A change of channel takes effect at the next refresh: the next run.
+    const bool channelChanged = hasTool() && state.toolChannel != m_channel;
+    return state.mayAttempt(now)
+        && (channelChanged || state.lastCheck > now || now - state.lastCheck >= refreshAfterSeconds);
 }
 
 bool ManagedTools::mayTryInstall(std::time_t now) const

@@ -52,7 +52,8 @@ public:
         std::vector<std::string> warnings;
     };
 
-    explicit ManagedTools(std::string folder);
+    // channel: "stable" or "nightly", the feed the tool comes from.
+    ManagedTools(std::string folder, std::string channel);
 
     std::string toolPath() const;
     std::string runtimePath() const;
@@ -96,6 +97,7 @@ private:
     void settleCopy(const std::string &path, const std::optional<FileStamp> &used, bool ranWell);
 
     std::string m_folder;
+    std::string m_channel;
 };
 
 } // namespace Launcher

@@ -13,8 +13,11 @@ std::string feedFrom(const char *variable, const char *standard)
 
 } // namespace
 
-std::string toolFeed()
+std::string toolFeed(const std::string &channel)
 {
+    if (channel == "nightly")
+        return feedFrom("KESTREL_TOOL_NIGHTLY_FEED",
+                        "https://github.com/yt-dlp/yt-dlp-nightly-builds/releases/latest/download/");
     return feedFrom("KESTREL_TOOL_FEED", "https://github.com/yt-dlp/yt-dlp/releases/latest/download/");
 }
 

@@ -9,8 +9,10 @@ namespace Launcher {
 // are appended, like a release's "latest/download/" folder.
 namespace ReleaseFeed {
 
-// The tool's feed: KESTREL_TOOL_FEED when set, else the tool's latest release.
-std::string toolFeed();
+// The tool's feed for channel ("stable" or "nightly"): KESTREL_TOOL_FEED or
+// KESTREL_TOOL_NIGHTLY_FEED when set, else the latest release or nightly
+// build. The nightly builds carry the same files, signed by the same key.
+std::string toolFeed(const std::string &channel);
 // The JavaScript runtime's feed: KESTREL_JS_RUNTIME_FEED, else Deno's latest
 // release.
 std::string runtimeFeed();
