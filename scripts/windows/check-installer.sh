@@ -104,13 +104,17 @@ reg_exists() {
     wine reg query "$1" >/dev/null 2>&1
 }
 
-# check_mode NAME FOLDER FOLDER_WIN HIVE OTHER_HIVE START_MENU OTHER_START_MENU INSTALLER_ARGUMENTS...
+# check_mode RUNS NAME FOLDER FOLDER_WIN HIVE OTHER_HIVE START_MENU OTHER_START_MENU INSTALLER_ARGUMENTS...
+# With RUNS 2 the installer runs twice, the second time as an update of the
+# first installation, which it uninstalls first.
 check_mode() {
-    local name=$1 folder=$2 folder_win=$3 hive=$4 other_hive=$5 start_menu=$6 other_start_menu=$7
-    shift 7
-    echo "Installing for $name: $(basename "$installer") $*"
-    wine "$installer" "$@" >/dev/null 2>&1 || fail "the installer exited with code $?"
-    wineserver -w
+    local runs=$1 name=$2 folder=$3 folder_win=$4 hive=$5 other_hive=$6 start_menu=$7 other_start_menu=$8 run
+    shift 8
+    for run in $(seq "$runs"); do
+        echo "Installing for $name (run $run): $(basename "$installer") $*"
+        wine "$installer" "$@" >/dev/null 2>&1 || fail "the installer exited with code $?"
+        wineserver -w
+    done
     [ -d "$folder" ] || fail "the installer made no $folder_win"
     check_files "$folder"
     [ -f "$folder/Uninstall.exe" ] || fail "no Uninstall.exe in $folder_win"
@@ -161,15 +165,16 @@ per_user_win="$user_win\\AppData\\Local\\Programs\\Kestrel Downloader"
 program_files="$prefix/drive_c/Program Files/Kestrel Downloader"
 program_files_win='C:\Program Files\Kestrel Downloader'
 
-check_mode "the current user" "$per_user" "$per_user_win" HKCU HKLM \
+check_mode 1 "the current user" "$per_user" "$per_user_win" HKCU HKLM \
     "$user_start_menu" "$all_start_menu" /S /CurrentUser
 [ ! -e "$program_files" ] || fail "the installation for the current user wrote into $program_files_win"
 
-# Without a switch the installer installs for the current user too.
-check_mode "the current user by default" "$per_user" "$per_user_win" HKCU HKLM \
+# Without a switch the installer installs for the current user too; the
+# second run updates that installation.
+check_mode 2 "the current user by default" "$per_user" "$per_user_win" HKCU HKLM \
     "$user_start_menu" "$all_start_menu" /S
 
-check_mode "everyone" "$program_files" "$program_files_win" HKLM HKCU \
+check_mode 1 "everyone" "$program_files" "$program_files_win" HKLM HKCU \
     "$all_start_menu" "$user_start_menu" /S /AllUsers
 [ ! -e "$per_user" ] || fail "the installation for everyone wrote into $per_user_win"
 
