@@ -4,9 +4,11 @@
 # plug-ins, ffmpeg.exe and gpgv.exe, the DLLs they load and Qt's plug-ins)
 # and starts the staged program once under Wine to check that it comes up;
 # then makes the installer, build-windows/KestrelDownloader-<version>-win64.exe
-# (CPack's NSIS generator), and checks it under Wine with
-# check-installer.sh. The Windows tests are built too; ./test.sh --windows
-# runs them.
+# (CPack's NSIS generator; for the current user without administrator rights
+# or for everyone), and the portable
+# build-windows/KestrelDownloader-<version>-win64-portable.zip (CPack's ZIP
+# generator), and checks both under Wine with check-installer.sh. The
+# Windows tests are built too; ./test.sh --windows runs them.
 #
 # Qt for Windows and the Windows pieces Debian does not ship (ffmpeg.exe,
 # gpgv.exe, libarchive) come from the archives in ../shared/windows/ when
@@ -77,11 +79,16 @@ for program in kestreldl2.exe ffmpeg.exe; do
 done
 echo "Windows build staged in build-windows/stage; it starts under Wine."
 
-# The installer holds what "cmake --install" installs, which CPack installs
-# again into a folder of its own.
-installer="build-windows/$(sed -n 's/^set(CPACK_PACKAGE_FILE_NAME "\(.*\)")$/\1/p' build-windows/CPackConfig.cmake).exe"
-rm -f "$installer"
-(cd build-windows && cpack -G NSIS >/dev/null)
-[ -f "$installer" ] || { echo "build.sh: cpack made no $installer" >&2; exit 1; }
+# The installer and the ZIP hold what "cmake --install" installs, which
+# CPack installs again into a folder of its own.
+package="build-windows/$(sed -n 's/^set(CPACK_PACKAGE_FILE_NAME "\(.*\)")$/\1/p' build-windows/CPackConfig.cmake)"
+installer="$package.exe"
+portable="$package-portable.zip"
+rm -f "$installer" "$portable"
+(cd build-windows && cpack -G "NSIS;ZIP" >/dev/null)
+for file in "$installer" "$portable"; do
+    [ -f "$file" ] || { echo "build.sh: cpack made no $file" >&2; exit 1; }
+done
 echo "Installer: $installer ($(du -h "$installer" | cut -f1))"
-scripts/windows/check-installer.sh "$installer" build-windows/stage
+echo "Portable ZIP: $portable ($(du -h "$portable" | cut -f1))"
+scripts/windows/check-installer.sh "$installer" build-windows/stage "$portable"
