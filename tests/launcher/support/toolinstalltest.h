@@ -77,6 +77,9 @@ protected:
     QList<QStringList> recordedRuns() const;
     QByteArray installedTool() const { return TestFiles::readAll(dataFolder() + QLatin1Char('/') + QLatin1String(toolAsset)); }
     void installRelease(const QString &version);
+    // With a runtime new enough on PATH: an update installs the tool alone,
+    // and a run names that runtime, "node:/path/to/node".
+    void verifySystemRuntimeIsUsed(const QString &runtimeFlag);
     // Makes the state say the feeds last answered at secondsSinceEpoch.
     void setLastCheck(qint64 secondsSinceEpoch);
     // The environment of a run that lasts until the refresh beside it has

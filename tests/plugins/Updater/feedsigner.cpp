@@ -1,5 +1,7 @@
 #include "feedsigner.h"
 
+#include "gpgrun.h"
+
 #include <QEventLoop>
 #include <QFile>
 #include <QNetworkAccessManager>
@@ -94,26 +96,5 @@ std::optional<QByteArray> FeedSigner::askSigner(const QString &path, const std::
 
 bool FeedSigner::gpg(const QStringList &arguments, QByteArray *output) const
 {
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("GNUPGHOME"), m_home.path());
-    process.setProcessEnvironment(environment);
-    process.start(QStringLiteral("gpg"),
-                  QStringList{QStringLiteral("--batch"), QStringLiteral("--yes"), QStringLiteral("--passphrase"),
-                              QString(), QStringLiteral("--pinentry-mode"), QStringLiteral("loopback")}
-                      + arguments);
-    process.closeWriteChannel();
-    if (!process.waitForFinished(60000)) {
-        process.kill();
-        process.waitForFinished();
-        qWarning("gpg hangs");
-        return false;
-    }
-    if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
-        qWarning("gpg failed: %s", process.readAllStandardError().constData());
-        return false;
-    }
-    if (output)
-        *output = process.readAllStandardOutput();
-    return true;
+    return GpgRun::run(m_home.path(), arguments, output);
 }
