@@ -102,7 +102,7 @@ measure() {
 }
 
 table=()
-short() { sed -E 's/^median ([0-9]+) ms \(fastest ([0-9]+), slowest ([0-9]+)\)$/\1 (\2–\3)/' <<<"$1"; }
+short() { sed -E 's/^median ([0-9]+) ms \(fastest ([0-9]+), slowest ([0-9]+)\)$/\1 (\2-\3)/' <<<"$1"; }
 
 # report_form NAME PROGRAM [ARGUMENTS...], with evict_paths set to the form's files.
 report_form() {
@@ -122,7 +122,7 @@ report_form() {
 }
 
 stdlib=$("$python" -c 'import sysconfig; print(sysconfig.get_paths()["stdlib"])')
-echo "runs per figure: $runs"
+echo "runs per figure: $runs; load average before: $(cut -d' ' -f1-3 /proc/loadavg)"
 
 if [ -x /usr/bin/yt-dlp ]; then
     package=$("$python" -c 'import os, yt_dlp; print(os.path.dirname(yt_dlp.__file__))' 2>/dev/null)
@@ -163,6 +163,6 @@ for form in "current module:KESTREL_YTDLP_CURRENT" "one-file build:KESTREL_YTDLP
 done
 
 echo
-echo "median ms of $runs runs (fastest–slowest)"
+echo "median ms of $runs runs (fastest-slowest); load average after: $(cut -d' ' -f1-3 /proc/loadavg)"
 printf '%-16s %-11s %-15s %-15s %-15s %-15s\n' "form" "version" "version, warm" "listing, warm" "version, cold" "listing, cold"
 printf '%s\n' "${table[@]}"
