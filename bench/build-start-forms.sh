@@ -27,21 +27,23 @@
 # Prints the three programs at the end; bench/startforms.sh takes them through
 # KESTREL_YTDLP_ONEFILE, KESTREL_YTDLP_FOLDER and KESTREL_YTDLP_CURRENT.
 #
-# How PyInstaller is run follows the tool's own build route (its README: `python
-# -m bundle.pyinstaller`, which runs PyInstaller with --name=yt-dlp_linux,
-# --noconfirm, the tool's hook folder yt_dlp/__pyinstaller and the entry point
-# yt_dlp/__main__.py, with --onefile by default or --onedir). That bundle
-# script lives only in the tool's source tree, which Debian's mirror here does
-# not serve, so the same options are given to PyInstaller directly.
+# How PyInstaller is run: the tool's README builds with `python -m
+# bundle.pyinstaller`, a wrapper that passes PyInstaller's own options such as
+# --onefile or --onedir, after `devscripts/make_lazy_extractors.py` (Debian's
+# package already ships the lazy extractors it makes). That wrapper is only in
+# the tool's source tree, which the mirror here does not serve, so PyInstaller
+# is run directly, with the release's program name (yt-dlp_linux), --noconfirm,
+# the hook folder the package ships (yt_dlp/__pyinstaller, which names the
+# hidden imports and the data to collect) and the entry point
+# yt_dlp/__main__.py.
 #
-# What differs from the release: the release bundles Cryptodome
-# (pycryptodomex), brotli 1.2, yt-dlp-ejs, curl_cffi and secretstorage; here
-# Crypto comes from bookworm's python3-pycryptodome (the tool's hook takes it
-# when Cryptodome is missing), brotli is bookworm's 1.0.9, and the other three
-# are left out (Debian has no yt-dlp-ejs; unstable's compiled packages are built
-# for Python 3.13, not this system's 3.11). The release is built with its own
-# Python (3.13 at the time of writing) on an older C library; here it is
-# bookworm's Python 3.11.
+# What differs from the release: the release bundles brotli 1.2, pycryptodomex,
+# yt-dlp-ejs, curl_cffi and secretstorage. Here brotli (1.0.9) and Cryptodome
+# (3.11.0; bookworm's python3-pycryptodome ships that namespace too) come from
+# bookworm, and the other three are left out: Debian has no yt-dlp-ejs, and
+# unstable's compiled packages are built for its own Python (3.13 and newer),
+# not for this system's 3.11. The release is built with its own newer Python;
+# here it is bookworm's Python 3.11.2, whose shared library the builds carry.
 set -eu
 
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"

@@ -3,8 +3,9 @@
 # takes, and a run that lists the formats of a stored information document
 # (`--load-info-json`, what the launcher's information cache makes of the
 # second and third run of every video). Medians of N runs, with the fastest
-# and slowest, with a warm page cache and with a cold one, and a table of
-# all forms side by side at the end.
+# and slowest, with a warm page cache and with a cold one, the forms taking
+# turns within each round; a table of all forms side by side at the end. Exits
+# non-zero when a form at hand fails to run.
 #
 #   bench/startforms.sh [runs]          (default 9)
 #
@@ -69,10 +70,12 @@ for top in sys.argv[1:]:
             finally:
                 os.close(fd)
 PY
-evict_paths=()
+
+# Drops the files of form $1 (its evict list, one path a line) from the page cache.
 evict() {
-    [ ${#evict_paths[@]} -gt 0 ] || return 0
-    "$python" "$work/evict.py" "${evict_paths[@]}"
+    local paths=()
+    mapfile -t paths <<<"${form_evict[$1]}"
+    "$python" "$work/evict.py" "${paths[@]}"
     dd if="$(readlink -f "$python")" iflag=nocache count=0 status=none 2>/dev/null || true
 }
 
@@ -85,64 +88,32 @@ time_once() {
     echo $(( (ended - started) / 1000000 ))
 }
 
-# "median N ms (fastest F, slowest S)" of $runs runs; warm: after one warm-up
-# run; cold: each run after evict.
-measure() {
-    local mode=$1 times=() t
-    shift
-    time_once "$@" >/dev/null || { echo "FAILED"; return; }
-    for _ in $(seq "$runs"); do
-        [ "$mode" = cold ] && evict
-        t=$(time_once "$@") || { echo "FAILED"; return; }
-        times+=("$t")
-    done
-    printf '%s\n' "${times[@]}" | sort -n | awk -v n="$runs" '
-        { t[NR] = $1 }
-        END { printf "median %d ms (fastest %d, slowest %d)\n", t[int((n + 1) / 2)], t[1], t[n] }'
-}
-
-table=()
-short() { sed -E 's/^median ([0-9]+) ms \(fastest ([0-9]+), slowest ([0-9]+)\)$/\1 (\2-\3)/' <<<"$1"; }
-
-# report_form NAME PROGRAM [ARGUMENTS...], with evict_paths set to the form's files.
-report_form() {
-    local name=$1 version vw lw vc lc
-    shift
-    version=$("$@" --version 2>/dev/null | head -1)
-    echo "$name: $version"
-    vw=$(measure warm "$@" --version)
-    echo "  --version, warm:        $vw"
-    lw=$(measure warm "$@" --load-info-json "$work/video.info.json" --list-formats --no-warnings)
-    echo "  --load-info-json, warm: $lw"
-    vc=$(measure cold "$@" --version)
-    echo "  --version, cold:        $vc"
-    lc=$(measure cold "$@" --load-info-json "$work/video.info.json" --list-formats --no-warnings)
-    echo "  --load-info-json, cold: $lc"
-    table+=("$(printf '%-16s %-11s %-15s %-15s %-15s %-15s' "$name" "$version" "$(short "$vw")" "$(short "$lw")" "$(short "$vc")" "$(short "$lc")")")
-}
+# The forms: name, program, files to drop for a cold run.
+form_name=()
+form_program=()
+form_evict=()
+add_form() { form_name+=("$1"); form_program+=("$2"); form_evict+=("$3"); }
 
 stdlib=$("$python" -c 'import sysconfig; print(sysconfig.get_paths()["stdlib"])')
 echo "runs per figure: $runs; load average before: $(cut -d' ' -f1-3 /proc/loadavg)"
 
+missing=()
 if [ -x /usr/bin/yt-dlp ]; then
+    add_form "python module" /usr/bin/yt-dlp "$stdlib"$'\n'/usr/lib/python3/dist-packages
     package=$("$python" -c 'import os, yt_dlp; print(os.path.dirname(yt_dlp.__file__))' 2>/dev/null)
-    evict_paths=("$stdlib" /usr/lib/python3/dist-packages)
-    report_form "python module" /usr/bin/yt-dlp
     if [ -n "$package" ]; then
         mkdir -p "$work/zipapp"
         cp -r "$package" "$work/zipapp/yt_dlp"
         if "$python" -m zipapp "$work/zipapp" -m "yt_dlp:main" -p "$python" -o "$work/yt-dlp" 2>/dev/null; then
-            evict_paths=("$stdlib" /usr/lib/python3/dist-packages "$work/yt-dlp")
-            report_form "zip application" "$work/yt-dlp"
+            add_form "zip application" "$work/yt-dlp" "$stdlib"$'\n'/usr/lib/python3/dist-packages$'\n'"$work/yt-dlp"
         else
-            echo "zip application: could not be made"
+            missing+=("zip application: could not be made")
         fi
     fi
 else
-    echo "python module: not installed (apt-get install yt-dlp)"
+    missing+=("python module: not installed (apt-get install yt-dlp)")
 fi
 
-made_by="bench/build-start-forms.sh makes it"
 for form in "current module:KESTREL_YTDLP_CURRENT" "one-file build:KESTREL_YTDLP_ONEFILE" "folder build:KESTREL_YTDLP_FOLDER"; do
     name=${form%%:*}
     variable=${form#*:}
@@ -151,18 +122,82 @@ for form in "current module:KESTREL_YTDLP_CURRENT" "one-file build:KESTREL_YTDLP
         case $variable in
             KESTREL_YTDLP_CURRENT)
                 site=$(sed -n 's/^sys.path.insert(0, "\(.*\)")$/\1/p' "$program")
-                evict_paths=("$stdlib" /usr/lib/python3/dist-packages ${site:+"$site"}) ;;
-            KESTREL_YTDLP_ONEFILE) evict_paths=("$program") ;;
-            KESTREL_YTDLP_FOLDER) evict_paths=("$(dirname "$program")") ;;
+                add_form "$name" "$program" "$stdlib"$'\n'/usr/lib/python3/dist-packages${site:+$'\n'"$site"} ;;
+            KESTREL_YTDLP_ONEFILE) add_form "$name" "$program" "$program" ;;
+            KESTREL_YTDLP_FOLDER) add_form "$name" "$program" "$(dirname "$program")" ;;
         esac
-        report_form "$name" "$program"
     else
-        echo "$name: not at hand (set $variable; $made_by)"
-        table+=("$(printf '%-16s %s' "$name" "not at hand")")
+        missing+=("$name: not at hand (set $variable; bench/build-start-forms.sh makes it)")
     fi
 done
 
+# One figure for every form: a first run of each, then $runs rounds in which
+# the forms take turns, so that a busy moment of the machine falls on all of
+# them alike. Cold: the form's files are dropped before each of its runs.
+# Sets result[i] to "median fastest slowest", or "FAILED".
+measure_all() {
+    local mode=$1 i r t
+    shift
+    local times=()
+    result=()
+    for i in "${!form_name[@]}"; do
+        times[i]=""
+        result[i]=""
+        time_once "${form_program[i]}" "$@" >/dev/null || result[i]=FAILED
+    done
+    for r in $(seq "$runs"); do
+        for i in "${!form_name[@]}"; do
+            [ "${result[i]}" = FAILED ] && continue
+            [ "$mode" = cold ] && evict "$i"
+            if t=$(time_once "${form_program[i]}" "$@"); then
+                times[i]+="$t "
+            else
+                result[i]=FAILED
+            fi
+        done
+    done
+    for i in "${!form_name[@]}"; do
+        [ "${result[i]}" = FAILED ] && continue
+        result[i]=$(tr ' ' '\n' <<<"${times[i]}" | grep . | sort -n | awk -v n="$runs" '
+            { t[NR] = $1 } END { printf "%d %d %d", t[int((n + 1) / 2)], t[1], t[n] }')
+    done
+}
+
+# "median N ms (fastest F, slowest S)" from "N F S".
+long() { [ "$1" = FAILED ] && echo FAILED || { set -- $1; echo "median $1 ms (fastest $2, slowest $3)"; }; }
+short() { [ "$1" = FAILED ] && echo FAILED || { set -- $1; echo "$1 ($2-$3)"; }; }
+
+listing=(--load-info-json "$work/video.info.json" --list-formats --no-warnings)
+version=()
+for i in "${!form_name[@]}"; do
+    version[i]=$("${form_program[i]}" --version 2>/dev/null | head -1)
+done
+measure_all warm --version;    version_warm=("${result[@]}")
+measure_all warm "${listing[@]}"; listing_warm=("${result[@]}")
+measure_all cold --version;    version_cold=("${result[@]}")
+measure_all cold "${listing[@]}"; listing_cold=("${result[@]}")
+
+for i in "${!form_name[@]}"; do
+    echo "${form_name[i]}: ${version[i]}"
+    echo "  --version, warm:        $(long "${version_warm[i]}")"
+    echo "  --load-info-json, warm: $(long "${listing_warm[i]}")"
+    echo "  --version, cold:        $(long "${version_cold[i]}")"
+    echo "  --load-info-json, cold: $(long "${listing_cold[i]}")"
+done
+[ ${#missing[@]} -eq 0 ] || printf '%s\n' "${missing[@]}"
+
 echo
-echo "median ms of $runs runs (fastest-slowest); load average after: $(cut -d' ' -f1-3 /proc/loadavg)"
+echo "median ms of $runs runs (fastest-slowest), the forms taking turns; load average after: $(cut -d' ' -f1-3 /proc/loadavg)"
 printf '%-16s %-11s %-15s %-15s %-15s %-15s\n' "form" "version" "version, warm" "listing, warm" "version, cold" "listing, cold"
-printf '%s\n' "${table[@]}"
+for i in "${!form_name[@]}"; do
+    printf '%-16s %-11s %-15s %-15s %-15s %-15s\n' "${form_name[i]}" "${version[i]}" "$(short "${version_warm[i]}")" \
+        "$(short "${listing_warm[i]}")" "$(short "${version_cold[i]}")" "$(short "${listing_cold[i]}")"
+done
+for line in "${missing[@]}"; do
+    printf '%-16s %s\n' "${line%%:*}" "${line#*: }"
+done
+failed=0
+for r in "${version_warm[@]}" "${listing_warm[@]}" "${version_cold[@]}" "${listing_cold[@]}"; do
+    [ "$r" = FAILED ] && failed=1
+done
+exit $failed
