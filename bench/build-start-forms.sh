@@ -37,13 +37,14 @@
 # hidden imports and the data to collect) and the entry point
 # yt_dlp/__main__.py.
 #
-# What differs from the release: the release bundles brotli 1.2, pycryptodomex,
-# yt-dlp-ejs, curl_cffi and secretstorage. Here brotli (1.0.9) and Cryptodome
-# (3.11.0; bookworm's python3-pycryptodome ships that namespace too) come from
-# bookworm, and the other three are left out: Debian has no yt-dlp-ejs, and
-# unstable's compiled packages are built for its own Python (3.13 and newer),
-# not for this system's 3.11. The release is built with its own newer Python;
-# here it is bookworm's Python 3.11.2, whose shared library the builds carry.
+# What differs from the release: the tool's package metadata names brotli
+# (pinned at 1.2.1), pycryptodomex and yt-dlp-ejs for its default set, and its
+# hook also collects curl_cffi and secretstorage when installed. Here brotli
+# (1.0.9) and Cryptodome (3.11.0; bookworm's python3-pycryptodome ships that
+# namespace too) come from bookworm, and the other three are left out: Debian
+# has no yt-dlp-ejs, and unstable's compiled packages are built for its own
+# Python (3.13 and newer), not for this system's 3.11. The builds carry
+# bookworm's Python 3.11.2 (its shared library), not the release's own.
 set -eu
 
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
