@@ -43,7 +43,7 @@
 # (1.0.9) and Cryptodome (3.11.0; bookworm's python3-pycryptodome ships that
 # namespace too) come from bookworm, and the other three are left out: Debian
 # has no yt-dlp-ejs, and unstable's compiled packages are built for its own
-# Python (3.13 and newer), not for this system's 3.11. The builds carry
+# Python (3.14 and 3.15), not for this system's 3.11. The builds carry
 # bookworm's Python 3.11.2 (its shared library), not the release's own.
 set -eu
 
@@ -147,11 +147,12 @@ if [ ! -f "$pyinstaller_tree/PyInstaller/__init__.py" ]; then
     fi
 fi
 
-bootloader="$pyinstaller_tree/PyInstaller/bootloader/Linux-64bit-intel/run"
-if [ ! -x "$bootloader" ]; then
+bootloader=$(ls "$pyinstaller_tree"/PyInstaller/bootloader/Linux-*/run 2>/dev/null | head -1 || true)
+if [ -z "$bootloader" ]; then
     say "building PyInstaller's bootloader (waf)"
     (cd "$pyinstaller_tree/bootloader" && $nice "$python" ./waf distclean all) >"$out/bootloader.log" 2>&1 ||
         { tail -40 "$out/bootloader.log"; echo "bootloader build FAILED (log: $out/bootloader.log)" >&2; exit 2; }
+    bootloader=$(ls "$pyinstaller_tree"/PyInstaller/bootloader/Linux-*/run | head -1)
 fi
 echo "bootloader: $bootloader"
 
@@ -170,9 +171,10 @@ for package in "${packages[@]}"; do
     echo "  $(basename "$deb")"
     dpkg-deb -x "$deb" "$root"
 done
-# Compiled modules built for unstable's Python (3.13) cannot load here; the
+# Compiled modules built for unstable's Pythons (3.14, 3.15) cannot load here; the
 # libraries fall back to their pure-Python code without them.
-find "$site" -name '*.cpython-3*-*.so' ! -name "*.cpython-311-*" -print -delete | sed 's/^/  removed /'
+soabi=$("$python" -c 'import sysconfig; print(sysconfig.get_config_var("SOABI"))')
+find "$site" -name '*.cpython-3*-*.so' ! -name "*.$soabi.so" -print -delete | sed 's/^/  removed /'
 # Byte-compile the way Debian's package installation does, so that the module
 # form starts with its compiled cache like the system's package.
 $nice "$python" -m compileall -q "$site" >/dev/null || true
