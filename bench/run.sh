@@ -50,6 +50,22 @@ echo "== first video on a new installation"
 
 echo
 echo "== tool start forms"
+# The one-file and folder builds of the current tool, and the current tool as a
+# Python module, come from bench/build-start-forms.sh (about a minute; needs
+# Debian's package mirror). They are made when missing, unless
+# KESTREL_BENCH_BUILD_FORMS=no; the variables already set are kept.
+forms_dir="$source_dir/build/start-forms"
+if [ -z "${KESTREL_YTDLP_ONEFILE:-}${KESTREL_YTDLP_FOLDER:-}${KESTREL_YTDLP_CURRENT:-}" ]; then
+    if [ ! -x "$forms_dir/onedir/yt-dlp_linux/yt-dlp_linux" ] && [ "${KESTREL_BENCH_BUILD_FORMS:-yes}" != no ]; then
+        echo "making the start forms: bench/build-start-forms.sh (log: $forms_dir.log)"
+        mkdir -p "$(dirname "$forms_dir")"
+        "$here/build-start-forms.sh" "$forms_dir" >"$forms_dir.log" 2>&1 ||
+            echo "could not make them (see $forms_dir.log); bench/build-start-forms.sh makes them by hand"
+    fi
+    [ -x "$forms_dir/onefile/yt-dlp_linux" ] && export KESTREL_YTDLP_ONEFILE="$forms_dir/onefile/yt-dlp_linux"
+    [ -x "$forms_dir/onedir/yt-dlp_linux/yt-dlp_linux" ] && export KESTREL_YTDLP_FOLDER="$forms_dir/onedir/yt-dlp_linux/yt-dlp_linux"
+    [ -x "$forms_dir/current-module/yt-dlp" ] && export KESTREL_YTDLP_CURRENT="$forms_dir/current-module/yt-dlp"
+fi
 "$source_dir/bench/startforms.sh" || failed+=("startforms")
 
 echo
