@@ -18,7 +18,7 @@ int lockWithin(const std::string &path, std::chrono::steady_clock::duration maxW
 {
     const auto deadline = std::chrono::steady_clock::now() + maxWait;
     for (;;) {
-        const int fd = openLocked(path, false);
+        const int fd = tryOpenLocked(path);
         if (fd >= 0 || std::chrono::steady_clock::now() >= deadline)
             return fd;
         std::this_thread::sleep_for(retryInterval);

@@ -65,10 +65,10 @@ int openForAppending(const std::string &path);
 // Creates a new file from pattern, whose last six characters are "XXXXXX"
 // and are replaced by the name found; -1 on failure.
 int createUniqueFile(std::string &pattern);
-// Opens the lock file at path and takes its exclusive lock, waiting for it
-// or not; -1 when it is not taken. The lock goes with the descriptor and
-// with the process, however it ends.
-int openLocked(const std::string &path, bool wait);
+// Opens the lock file at path and takes its exclusive lock if it is free;
+// -1 when it is not taken. The lock goes with the descriptor and with the
+// process, however it ends. A wait is the caller's, bounded (FolderLock).
+int tryOpenLocked(const std::string &path);
 // Flushes fd to the disk and closes it; false when either fails.
 bool syncAndClose(int fd);
 void closeFile(int fd);

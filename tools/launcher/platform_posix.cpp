@@ -155,13 +155,13 @@ int createUniqueFile(std::string &pattern)
     return fd;
 }
 
-int openLocked(const std::string &path, bool wait)
+int tryOpenLocked(const std::string &path)
 {
     const int fd = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
     if (fd < 0)
         return -1;
     int result;
-    while ((result = ::flock(fd, wait ? LOCK_EX : LOCK_EX | LOCK_NB)) != 0 && errno == EINTR) {
+    while ((result = ::flock(fd, LOCK_EX | LOCK_NB)) != 0 && errno == EINTR) {
     }
     if (result == 0)
         return fd;

@@ -228,13 +228,13 @@ int createUniqueFile(std::string &pattern)
     return -1;
 }
 
-int openLocked(const std::string &path, bool wait)
+int tryOpenLocked(const std::string &path)
 {
     const int fd = openWith(path, _O_RDWR | _O_CREAT);
     if (fd < 0)
         return -1;
     OVERLAPPED start{};
-    const DWORD flags = LOCKFILE_EXCLUSIVE_LOCK | (wait ? 0 : LOCKFILE_FAIL_IMMEDIATELY);
+    const DWORD flags = LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY;
     if (LockFileEx(HANDLE(_get_osfhandle(fd)), flags, 0, 1, 0, &start))
         return fd;
     _close(fd);
