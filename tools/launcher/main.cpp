@@ -191,6 +191,18 @@ Launcher::ManagedTools managedTools(const std::string &folder)
     return Launcher::ManagedTools(folder, settings.toolChannel);
 }
 
+// Brings the managed copies up to date: the tool, and Deno unless the system
+// has a runtime new enough, waiting for another launcher's update as wait
+// says.
+Launcher::ManagedTools::Outcome updateCopies(Launcher::ManagedTools &managed, const std::string &folder,
+                                             Launcher::FolderLock::Wait wait)
+{
+    Launcher::KnowledgeCache knowledge(folder);
+    const bool withRuntime = !systemRuntime(knowledge);
+    knowledge.saveIfLearnt();
+    return managed.update(withRuntime, wait);
+}
+
 // Into the log only: standard error belongs to the tool during a run.
 void logWarnings(const Launcher::ManagedTools::Outcome &outcome)
 {
@@ -224,10 +236,7 @@ void startRefresh()
 {
     Launcher::endAfter(backgroundRefreshSeconds);
     Launcher::ManagedTools managed = managedTools(folder);
-    Launcher::KnowledgeCache knowledge(folder);
-    const bool withRuntime = !systemRuntime(knowledge);
-    knowledge.saveIfLearnt();
-    const Launcher::ManagedTools::Outcome outcome = managed.update(withRuntime, Launcher::FolderLock::Wait::NotAtAll);
+    const Launcher::ManagedTools::Outcome outcome = updateCopies(managed, folder, Launcher::FolderLock::Wait::NotAtAll);
     logWarnings(outcome);
     note(std::string("background refresh ") + (outcome.ok ? "done: " : "refused: ") + outcome.message);
     std::exit(0);
@@ -238,11 +247,8 @@ void startRefresh()
 [[noreturn]] void updateManagedCopies(const std::string &folder)
 {
     Launcher::ManagedTools managed = managedTools(folder);
-    Launcher::KnowledgeCache knowledge(folder);
-    const bool withRuntime = !systemRuntime(knowledge);
-    knowledge.saveIfLearnt();
     const Launcher::ManagedTools::Outcome outcome
-        = managed.update(withRuntime, Launcher::FolderLock::Wait::UpToHalfAMinute);
+        = updateCopies(managed, folder, Launcher::FolderLock::Wait::UpToHalfAMinute);
     for (const std::string &warning : outcome.warnings)
         note("warning: " + warning);
     if (!outcome.ok) {
@@ -265,10 +271,7 @@ void startRefresh()
     if (Launcher::environmentValue(Launcher::toolVariable()) || managed.hasTool()
         || !managed.mayTryInstall(std::time(nullptr)))
         std::exit(0);
-    Launcher::KnowledgeCache knowledge(folder);
-    const bool withRuntime = !systemRuntime(knowledge);
-    knowledge.saveIfLearnt();
-    const Launcher::ManagedTools::Outcome outcome = managed.update(withRuntime, Launcher::FolderLock::Wait::NotAtAll);
+    const Launcher::ManagedTools::Outcome outcome = updateCopies(managed, folder, Launcher::FolderLock::Wait::NotAtAll);
     logWarnings(outcome);
     if (launcherLog)
         launcherLog->note(std::string("background install: ") + (outcome.ok ? "" : "refused: ") + outcome.message);
