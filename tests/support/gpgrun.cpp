@@ -32,4 +32,23 @@ bool run(const QString &home, const QStringList &arguments, QByteArray *output)
     return true;
 }
 
+std::optional<QByteArray> makeTestKeys(const QString &home)
+{
+    QByteArray armoured;
+    const bool made
+        = run(home, {QStringLiteral("--quick-gen-key"), QString::fromUtf8(releaseUser), QStringLiteral("ed25519"),
+                     QStringLiteral("sign"), QStringLiteral("never")})
+          && run(home, {QStringLiteral("--quick-gen-key"), QString::fromUtf8(strangerUser), QStringLiteral("ed25519"),
+                        QStringLiteral("sign"), QStringLiteral("never")})
+          && run(home, {QStringLiteral("--armor"), QStringLiteral("--export"), QString::fromUtf8(releaseUser)}, &armoured)
+          && armoured.startsWith("-----BEGIN PGP PUBLIC KEY BLOCK-----");
+    return made ? std::optional<QByteArray>(armoured) : std::nullopt;
+}
+
+bool signFile(const QString &home, const char *user, const QString &file, const QString &signature)
+{
+    return run(home, {QStringLiteral("--local-user"), QString::fromUtf8(user), QStringLiteral("--output"), signature,
+                      QStringLiteral("--detach-sign"), file});
+}
+
 } // namespace GpgRun

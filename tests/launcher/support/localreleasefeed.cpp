@@ -12,9 +12,6 @@
 
 namespace {
 
-const char releaseUser[] = "Kestrel Test Release <release@example.invalid>";
-const char strangerUser[] = "Kestrel Test Stranger <stranger@example.invalid>";
-
 using TestFiles::readAll;
 using TestFiles::writeFile;
 
@@ -29,13 +26,8 @@ TestSigningKeys::TestSigningKeys()
 {
     if (!m_home.isValid())
         return;
-    QByteArray armoured;
-    m_valid = gpg({QStringLiteral("--quick-gen-key"), QString::fromUtf8(releaseUser), QStringLiteral("ed25519"),
-                   QStringLiteral("sign"), QStringLiteral("never")})
-              && gpg({QStringLiteral("--quick-gen-key"), QString::fromUtf8(strangerUser), QStringLiteral("ed25519"),
-                      QStringLiteral("sign"), QStringLiteral("never")})
-              && gpg({QStringLiteral("--armor"), QStringLiteral("--export"), QString::fromUtf8(releaseUser)}, &armoured)
-              && armoured.startsWith("-----BEGIN PGP PUBLIC KEY BLOCK-----") && writeFile(releaseKeyFile(), armoured);
+    const std::optional<QByteArray> armoured = GpgRun::makeTestKeys(m_home.path());
+    m_valid = armoured && writeFile(releaseKeyFile(), *armoured);
 }
 
 TestSigningKeys::~TestSigningKeys()
@@ -46,14 +38,8 @@ TestSigningKeys::~TestSigningKeys()
 
 bool TestSigningKeys::sign(Signer signer, const QString &file, const QString &signature) const
 {
-    const char *user = signer == Signer::Release ? releaseUser : strangerUser;
-    return gpg({QStringLiteral("--local-user"), QString::fromUtf8(user), QStringLiteral("--output"), signature,
-                QStringLiteral("--detach-sign"), file});
-}
-
-bool TestSigningKeys::gpg(const QStringList &arguments, QByteArray *output) const
-{
-    return GpgRun::run(m_home.path(), arguments, output);
+    return GpgRun::signFile(m_home.path(), signer == Signer::Release ? GpgRun::releaseUser : GpgRun::strangerUser, file,
+                            signature);
 }
 
 LocalReleaseFeed::LocalReleaseFeed(const TestSigningKeys &keys, const QString &folder)

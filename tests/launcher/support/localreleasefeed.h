@@ -25,8 +25,6 @@ public:
     bool sign(Signer signer, const QString &file, const QString &signature) const;
 
 private:
-    bool gpg(const QStringList &arguments, QByteArray *output = nullptr) const;
-
     QTemporaryDir m_home;
     bool m_valid = false;
 };

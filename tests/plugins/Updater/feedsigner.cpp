@@ -14,8 +14,6 @@
 
 namespace {
 
-const char releaseUser[] = "Kestrel Test Release <release@example.invalid>";
-const char strangerUser[] = "Kestrel Test Stranger <stranger@example.invalid>";
 
 bool writeFile(const QString &path, const QByteArray &content)
 {
@@ -41,13 +39,8 @@ FeedSigner::FeedSigner()
         m_valid = armoured && writeFile(releaseKeyFile(), *armoured);
         return;
     }
-    QByteArray armoured;
-    m_valid = gpg({QStringLiteral("--quick-gen-key"), QString::fromUtf8(releaseUser), QStringLiteral("ed25519"),
-                   QStringLiteral("sign"), QStringLiteral("never")})
-              && gpg({QStringLiteral("--quick-gen-key"), QString::fromUtf8(strangerUser), QStringLiteral("ed25519"),
-                      QStringLiteral("sign"), QStringLiteral("never")})
-              && gpg({QStringLiteral("--armor"), QStringLiteral("--export"), QString::fromUtf8(releaseUser)}, &armoured)
-              && writeFile(releaseKeyFile(), armoured);
+    const std::optional<QByteArray> armoured = GpgRun::makeTestKeys(m_home.path());
+    m_valid = armoured && writeFile(releaseKeyFile(), *armoured);
 }
 
 FeedSigner::~FeedSigner()
@@ -65,10 +58,8 @@ QByteArray FeedSigner::sign(const QByteArray &document, Key key) const
             .value_or(QByteArray());
     const QString documentPath = m_home.filePath(QStringLiteral("document"));
     const QString signaturePath = documentPath + QStringLiteral(".sig");
-    const char *user = key == Key::Release ? releaseUser : strangerUser;
-    if (!writeFile(documentPath, document)
-        || !gpg({QStringLiteral("--local-user"), QString::fromUtf8(user), QStringLiteral("--output"), signaturePath,
-                 QStringLiteral("--detach-sign"), documentPath}))
+    const char *user = key == Key::Release ? GpgRun::releaseUser : GpgRun::strangerUser;
+    if (!writeFile(documentPath, document) || !GpgRun::signFile(m_home.path(), user, documentPath, signaturePath))
         return QByteArray();
     return readFile(signaturePath);
 }
@@ -92,9 +83,4 @@ std::optional<QByteArray> FeedSigner::askSigner(const QString &path, const std::
     reply->abort();
     delete reply;
     return answered ? std::optional<QByteArray>(answer) : std::nullopt;
-}
-
-bool FeedSigner::gpg(const QStringList &arguments, QByteArray *output) const
-{
-    return GpgRun::run(m_home.path(), arguments, output);
 }

@@ -34,7 +34,6 @@ public:
     QByteArray sign(const QByteArray &document, Key key = Key::Release) const;
 
 private:
-    bool gpg(const QStringList &arguments, QByteArray *output = nullptr) const;
     // The signer service's answer to a request for path, with body posted
     // when there is one; nothing when it gave none.
     std::optional<QByteArray> askSigner(const QString &path, const std::optional<QByteArray> &body = {}) const;
