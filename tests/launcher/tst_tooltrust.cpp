@@ -9,7 +9,10 @@
 #include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
+#include <QProcess>
 #include <QTest>
+
+#include <memory>
 
 using TestFiles::readAll;
 
@@ -45,6 +48,7 @@ private slots:
     void newRuntimeIsSettledByItsFirstRun();
     void backgroundInstallBringsTheCopiesQuietly();
     void backgroundInstallLeavesAnInstalledToolAlone();
+    void firstRunWaitsForTheBackgroundInstall();
 
 private:
     QString previousTool() const { return dataFolder() + QStringLiteral("/yt-dlp_linux.previous"); }
@@ -280,6 +284,24 @@ void TestToolTrust::backgroundInstallLeavesAnInstalledToolAlone()
     QVERIFY2(result.succeeded(), result.err.constData());
     QCOMPARE(feed().requests(), QStringList());
     QCOMPARE(installedTool(), ReleaseScripts::tool(QStringLiteral("2026.11.01")));
+}
+
+// The application's first title run, while the install it started with the
+// window still downloads: it waits for that install and runs the managed
+// tool, rather than taking the unfinished attempt for a failed one.
+void TestToolTrust::firstRunWaitsForTheBackgroundInstall()
+{
+    QVERIFY(feed().publishTool(ReleaseScripts::tool(QStringLiteral("2026.11.01")) + "#" + QByteArray(1024 * 1024, 'k') + "\n"));
+    feed().setBehaviour(QLatin1String(toolAsset), QStringLiteral("slow"));
+    std::unique_ptr<QProcess> background(startLauncher({QStringLiteral("--update"), QStringLiteral("--background")}, environment()));
+    QTRY_VERIFY(feed().requests().contains(QStringLiteral("GET yt-dlp_linux")));
+
+    const RunResult run = runLauncher({QStringLiteral("--get-title"), QStringLiteral("https://youtu.be/kestrel")});
+    QVERIFY2(run.succeeded(), run.err.constData());
+    QCOMPARE(recordedRuns().value(0).value(0), QStringLiteral("release 2026.11.01"));
+    QVERIFY(background->waitForFinished(60000));
+    QCOMPARE(background->exitCode(), 0);
+    QCOMPARE(feed().requests().count(QStringLiteral("GET yt-dlp_linux")), 1);
 }
 
 KESTREL_TEST_MAIN(TestToolTrust)

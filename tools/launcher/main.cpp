@@ -461,7 +461,12 @@ ToolChoice chooseTool(Launcher::ManagedTools &managed, bool withRuntime, Launche
         return {Launcher::findTool(problem), false};
 
     const std::time_t now = std::time(nullptr);
-    if (!managed.hasTool() && managed.mayTryInstall(now)) {
+    // An install under way in another launcher, such as the one the
+    // application starts with its window, is waited for; its attempt counts
+    // as failed until it has succeeded, so it is not judged by the state.
+    if (!managed.hasTool() && !managed.waitForOtherUpdate())
+        note("another launcher is still installing the managed yt-dlp after 30 seconds; using the system's yt-dlp");
+    else if (!managed.hasTool() && managed.mayTryInstall(now)) {
         const Launcher::ManagedTools::Outcome outcome
             = managed.update(withRuntime, Launcher::FolderLock::Wait::UpToHalfAMinute);
         logWarnings(outcome);

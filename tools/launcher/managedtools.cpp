@@ -286,6 +286,12 @@ bool ManagedTools::installFile(ScratchFile &file, const std::string &target, std
     return true;
 }
 
+bool ManagedTools::waitForOtherUpdate() const
+{
+    const FolderLock lock(m_folder, FolderLock::Wait::UpToHalfAMinute);
+    return lock.isHeld();
+}
+
 bool ManagedTools::isDueForRefresh(std::time_t now) const
 {
     const InstallState state = InstallState::load(m_folder);

@@ -65,6 +65,10 @@ public:
     // first, up to half a minute, or gives up at once, as wait says.
     Outcome update(bool withRuntime, FolderLock::Wait wait);
 
+    // Waits, half a minute at most, until no other launcher is updating the
+    // copies; false when one still is.
+    bool waitForOtherUpdate() const;
+
     // Whether the last successful check is more than a week old and no
     // failed attempt makes the next one wait (InstallState::mayAttempt).
     bool isDueForRefresh(std::time_t now) const;
