@@ -234,8 +234,8 @@ void TestToolRetries::lockHeldElsewhereHoldsTheRunHalfAMinuteAtMost()
     QVERIFY2(result.succeeded(), result.err.constData());
     QVERIFY2(result.milliseconds >= 29000 && result.milliseconds < 90000,
              qPrintable(QString::number(result.milliseconds)));
-    QVERIFY2(result.err.contains("cannot install the managed yt-dlp (kestreldl2.lock: another update is still running "
-                                 "after 30 seconds); using the system's yt-dlp"),
+    QVERIFY2(result.err.contains("kestreldl2: another launcher is still installing the managed yt-dlp after 30 seconds; "
+                                 "using the system's yt-dlp"),
              result.err.constData());
     QCOMPARE(recordedTools(), QStringList{QStringLiteral("system")});
     QVERIFY(feed().requests().isEmpty());
