@@ -82,7 +82,9 @@ run_launcher() {
         KESTREL_TOOL_KEYRING="$work/key.asc" "$data/kestreldl2" "$@" >/dev/null 2>&1
 }
 
-# Prints "<ms to a ready tool> <ms from Enter to formats>".
+# Prints "<ms to a ready tool> <ms from Enter to formats> <how the title run
+# ended>": a title run whose wait for the install runs out (30 s) goes on
+# with the system's yt-dlp, of which this PATH has none.
 measure() {
     local background=$1
     data=$work/data-$background
@@ -97,18 +99,19 @@ measure() {
     sleep "$user_seconds"
     local enter listed
     enter=$(now_ms)
-    run_launcher --get-title --get-duration --no-warnings kestrel
+    local title=0
+    run_launcher --get-title --get-duration --no-warnings kestrel || title=$?
     run_launcher --list-formats --no-warnings kestrel
     listed=$(now_ms)
     if [ -n "$installer" ]; then wait "$installer" || true; fi
     # Ready once both copies are in place: the runtime is installed last.
     ready=$(( $(date -r "$data/deno" +%s%3N) - start ))
-    echo "$ready $(( listed - enter ))"
+    echo "$ready $(( listed - enter )) $([ "$title" = 0 ] && echo ok || echo "failed($title)")"
 }
 
 echo "first video, feed at 2 MB/s (tool 35 MB, Deno 45 MB), Enter ${user_seconds} s after the start"
-read -r before_ready before_formats < <(measure before)
-read -r after_ready after_formats < <(measure after)
-printf '%-8s %22s %22s\n' "" "start to ready tool" "Enter to formats"
-printf '%-8s %19s ms %19s ms\n' before "$before_ready" "$before_formats"
-printf '%-8s %19s ms %19s ms\n' after "$after_ready" "$after_formats"
+read -r before_ready before_formats before_title < <(measure before)
+read -r after_ready after_formats after_title < <(measure after)
+printf '%-8s %22s %22s %12s\n' "" "start to ready tool" "Enter to formats" "title run"
+printf '%-8s %19s ms %19s ms %12s\n' before "$before_ready" "$before_formats" "$before_title"
+printf '%-8s %19s ms %19s ms %12s\n' after "$after_ready" "$after_formats" "$after_title"
